@@ -1,0 +1,35 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# How every target of the house is declared: one warning set, one include root, sources listed by hand.
+
+add_library(zumeta-options INTERFACE)
+target_include_directories(zumeta-options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(zumeta-options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+target_compile_definitions(zumeta-options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
+if(ZUMETA_SANITIZE)
+    add_compile_options(-fsanitize=${ZUMETA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${ZUMETA_SANITIZE})
+endif()
+if(ZUMETA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=function -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# zumeta_add_floor(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): the static library of one folder.
+function(zumeta_add_floor name)
+    cmake_parse_arguments(FLOOR "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(${name} STATIC ${FLOOR_SOURCES})
+    target_link_libraries(${name} PUBLIC zumeta-options ${FLOOR_PUBLIC} PRIVATE ${FLOOR_PRIVATE})
+endfunction()
+
+# zumeta_add_tests(NAME SOURCES file... LIBRARIES lib... [TIMEOUT seconds]): one test program; ctest knows each test.
+function(zumeta_add_tests name)
+    cmake_parse_arguments(TESTS "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    if(NOT TESTS_TIMEOUT)
+        set(TESTS_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${TESTS_SOURCES})
+    target_link_libraries(${name} PRIVATE zumeta-options zumeta-test-support ${TESTS_LIBRARIES} GTest::gmock)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TESTS_TIMEOUT}
+        ENVIRONMENT "LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen")
+endfunction()

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/movie/MediaTime.h"
+
+#include <cmath>
+#include <numeric>
+
+namespace zumeta {
+
+namespace {
+
+__extension__ using Wide = __int128;
+
+MediaTime reduced(Wide value, Wide timescale)
+{
+    Wide a = value < 0 ? -value : value;
+    Wide b = timescale;
+    while (b != 0) {
+        const Wide rest = a % b;
+        a = b;
+        b = rest;
+    }
+    const Wide divisor = a == 0 ? 1 : a;
+    return {int64_t(value / divisor), int64_t(timescale / divisor)};
+}
+
+}
+
+MediaTime MediaTime::nearest(double seconds, int64_t timescale)
+{
+    return {std::llround(seconds * double(timescale)), timescale};
+}
+
+MediaTime operator+(MediaTime a, MediaTime b)
+{
+    if (a.timescale == b.timescale)
+        return {a.value + b.value, a.timescale};
+    return reduced(Wide(a.value) * b.timescale + Wide(b.value) * a.timescale, Wide(a.timescale) * b.timescale);
+}
+
+MediaTime operator-(MediaTime a, MediaTime b)
+{
+    return a + MediaTime{-b.value, b.timescale};
+}
+
+std::strong_ordering operator<=>(MediaTime a, MediaTime b)
+{
+    return Wide(a.value) * b.timescale <=> Wide(b.value) * a.timescale;
+}
+
+bool frameHasBegun(MediaTime pts, double seconds)
+{
+    return pts.seconds() <= seconds + kFrameTimeTolerance;
+}
+
+}
