@@ -2,6 +2,7 @@
 # shellcheck shell=bash
 # What the scripts of this folder share. Sourced, never run: it finds the project's root and goes there.
 
+started_in=$PWD
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 
@@ -15,6 +16,9 @@ usage_error() { printf '%s: %s (see --help)\n' "$(basename "$0")" "$*" >&2; exit
 
 # The value of an option, or an explanation why it has none: value_of NAME "$#" "${2-}".
 value_of() { [ "$2" -ge 2 ] || usage_error "$1 needs a value"; printf '%s' "$3"; }
+
+# A path that a user gave means what it meant where the script was called.
+from_caller() { case $1 in /*) printf '%s' "$1" ;; *) printf '%s/%s' "$started_in" "$1" ;; esac; }
 
 # The comment at the head of the script is its help: what stands between the first line "#" and the end of the comment.
 help_of() { awk 'NR > 2 && !/^#/ { exit } NR > 2 { sub(/^# ?/, ""); print }' "$1"; }
