@@ -153,8 +153,8 @@ def long_table(result):
              report.table(["movie", "wall s", "CPU s", "peak MiB"], rows), "",
              f"600 s took {growth:.2f} times as long as 60 s; at most {cases.LONG_TIME_GOAL}: "
              f"{report.verdict(growth, cases.LONG_TIME_GOAL)}. "
-             f"Peak at 600 s is {costs[600].peak / costs[10].peak:.2f} times that at 10 s; at most {case.peak_goal} MiB: "
-             f"{report.verdict(costs[600].peak, case.peak_goal)}. The 600 s were run once."]
+             f"Peak at 600 s is {costs[600].peak / costs[10].peak:.2f} times that at 10 s; "
+             f"at most {case.peak_goal} MiB: {report.verdict(costs[600].peak, case.peak_goal)}. The 600 s were run once."]
     return "\n".join(lines)
 
 
@@ -192,7 +192,7 @@ def main():
     long_results = [measure_long(case, options) for name, case in cases.LONG.items() if name in chosen]
 
     sections = [f"# Export, measured {datetime.date.today()}\n\n{measure.machine()}; "
-                f"{options.runs} runs of {options.seconds} s"]
+                f"runs: {options.runs}, recordings of {options.seconds} s"]
     if results:
         sections += case_tables(results)
     sections += [long_table(result) for result in long_results]
