@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <clocale>
 #include <cmath>
-#include <locale.h>
-#include <stdlib.h>
+#include <cstdlib>
 
 namespace zumeta {
 

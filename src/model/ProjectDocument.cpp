@@ -11,7 +11,7 @@ namespace zumeta {
 namespace {
 
 /// Thousands of times what a project takes: keeps a file that was chosen by mistake out of memory.
-constexpr qsizetype kLargestProjectFile = 16 * 1024 * 1024;
+constexpr qsizetype kLargestProjectFile = qsizetype(16) << 20;
 
 /// The name as it may stand in a line of text.
 std::string shownName(const FileUrl& url)
