@@ -14,6 +14,7 @@ using ::testing::IsEmpty;
 std::vector<FileUrl> urls(const std::vector<std::string>& names)
 {
     std::vector<FileUrl> result;
+    result.reserve(names.size());
     for (const std::string& name : names)
         result.emplace_back(std::filesystem::path(name.starts_with('/') ? name : "/swim/" + name));
     return result;
@@ -22,6 +23,7 @@ std::vector<FileUrl> urls(const std::vector<std::string>& names)
 std::vector<std::string> names(const std::vector<FileUrl>& list)
 {
     std::vector<std::string> result;
+    result.reserve(list.size());
     for (const FileUrl& url : list)
         result.push_back(url.lastPathComponent());
     return result;

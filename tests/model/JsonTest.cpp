@@ -3,8 +3,8 @@
 #include "model/ProjectFileError.h"
 
 #include <QUtf8StringView>
+#include <bit>
 #include <cmath>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -73,14 +73,12 @@ TEST(JsonNumber, EveryDoubleReadsBackAsItself)
 {
     std::mt19937_64 random(7);
     for (int i = 0; i < 20'000; ++i) {
-        const uint64_t bits = random();
-        double value = 0;
-        std::memcpy(&value, &bits, sizeof value);
+        const auto value = std::bit_cast<double>(uint64_t(random()));
         if (!std::isfinite(value))
             continue;
         const auto back = JsonNumber::of(value).toDouble();
         ASSERT_TRUE(back.has_value());
-        ASSERT_EQ(std::memcmp(&*back, &value, sizeof value), 0) << written(value);
+        ASSERT_EQ(std::bit_cast<uint64_t>(*back), std::bit_cast<uint64_t>(value)) << written(value);
     }
 }
 
@@ -206,13 +204,13 @@ TEST(JsonParser, RefusesWhatIsNotJson)
                              "{'a':1}",
                              "\"a",
                              "\"a\\",
-                             "\"\\q\"",
-                             "\"\\u12\"",
-                             "\"\\u12g4\"",
-                             "\"\\ud800\"",
-                             "\"\\ud800x\"",
-                             "\"\\ud800\\u0041\"",
-                             "\"\\udc00\"",
+                             R"("\q")",
+                             R"("\u12")",
+                             R"("\u12g4")",
+                             R"("\ud800")",
+                             R"("\ud800x")",
+                             R"("\ud800\u0041")",
+                             R"("\udc00")",
                              "\"a\nb\"",
                              "\"\t\"",
                              "\"\xff\"",
@@ -235,7 +233,7 @@ TEST(JsonParser, NamesThePathTheLineAndTheReason)
 
 TEST(JsonParser, AKeyFromTheFileCannotBreakTheMessageIntoLines)
 {
-    const std::string failure = failureOf("{\"a\\n\\u0001b" + QByteArray("\xc3\xbc").repeated(100) + "\" : x}");
+    const std::string failure = failureOf(R"({"a\n\u0001b)" + QByteArray("\xc3\xbc").repeated(100) + "\" : x}");
     EXPECT_TRUE(failure.starts_with("a??b\xc3\xbc")) << failure;
     EXPECT_LT(failure.size(), 150U);
     EXPECT_TRUE(QUtf8StringView(failure.data(), qsizetype(failure.size())).isValidUtf8());

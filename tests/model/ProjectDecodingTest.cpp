@@ -181,11 +181,10 @@ TEST(ProjectDecoding, EveryKeyRefusesAnotherType)
 
 TEST(ProjectDecoding, AnElementOfAListIsNamedByItsNumber)
 {
-    expectRefusal(fileWith("\"\\/\\/4=\"", "null"), Kind::wrongType,
+    expectRefusal(fileWith(R"("\/\/4=")", "null"), Kind::wrongType,
                   "aboveVideo.bookmarkDataList[1]: expected a string, found null");
-    expectRefusal(fileWith("\"\\/\\/4=\"", "\"//4\""), Kind::invalidValue,
-                  "aboveVideo.bookmarkDataList[1]: not base64");
-    expectRefusal(fileWith("\"file:\\/\\/\\/media\\/card\\/GX010123.MP4\"", "\"/media/card/GX010123.MP4\""),
+    expectRefusal(fileWith(R"("\/\/4=")", "\"//4\""), Kind::invalidValue, "aboveVideo.bookmarkDataList[1]: not base64");
+    expectRefusal(fileWith(R"("file:\/\/\/media\/card\/GX010123.MP4")", "\"/media/card/GX010123.MP4\""),
                   Kind::invalidValue, "aboveVideo.fileURLs[0]: not a file URL");
     expectRefusal(fileWith("    4,\n    3\n", "4, \"3\""), Kind::wrongType,
                   "projectAspectRatio[1]: expected a number, found a string");
@@ -243,9 +242,9 @@ TEST(ProjectDecoding, AnyVersionIsReadAndKept)
 TEST(ProjectDecoding, UnknownKeysAreIgnoredWhateverTheyHoldAndGoneFromTheNextSave)
 {
     QByteArray bytes = fileWith("\"version\" : 1", R"("version" : 1, "later" : {"a": [1e999, null, "\u0000"]})");
-    bytes.replace("\"aboveZoom\"", "\"zoomLater\" : [], \"aboveZoom\"");
-    bytes.replace("\"codec\"", "\"codecLater\" : 1e-999, \"codec\"");
-    bytes.replace("\"bookmarkData\"", "\"cameraLater\" : true, \"bookmarkData\"");
+    bytes.replace("\"aboveZoom\"", R"("zoomLater" : [], "aboveZoom")");
+    bytes.replace("\"codec\"", R"("codecLater" : 1e-999, "codec")");
+    bytes.replace("\"bookmarkData\"", R"("cameraLater" : true, "bookmarkData")");
     EXPECT_EQ(ProjectState::decode(bytes), fullProjectState());
     EXPECT_EQ(ProjectState::decode(bytes).encode(), fullProjectState().encode());
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ProjectStates.h"
 
+#include <bit>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace zumeta::test {
@@ -25,10 +25,8 @@ public:
         if (below(3) == 0)
             return double(int64_t(below(2'000'001)) - 1'000'000) / double(1 + below(1000));
         double value = std::numeric_limits<double>::infinity();
-        while (!std::isfinite(value)) {
-            const uint64_t bits = m_engine();
-            std::memcpy(&value, &bits, sizeof value);
-        }
+        while (!std::isfinite(value))
+            value = std::bit_cast<double>(uint64_t(m_engine()));
         return value;
     }
     int64_t integer() { return coin() ? int64_t(m_engine()) : int64_t(below(5000)); }
