@@ -28,6 +28,6 @@ How to read this:
   ours alone.
 - The floor is what cannot be saved: decoding the above recording alone and the below one alone, each on one thread,
   and encoding the lossless composition alone with our own x264 settings, less the time for reading it.
-- "Rest a frame" is our CPU less the floor, over the frames: composing, and also sound, file handling and waiting, so
-  it is an upper bound for composing.
+- "Rest a frame" is our CPU less the floor, over the frames: composing, and also sound, file handling and waiting.
+  Composing alone is measured by compose-bench, on one thread.
 """
