@@ -4,6 +4,7 @@
 #include "render/AxisFilter.h"
 #include "render/CompositeGeometry.h"
 #include "render/HorizontalTable.h"
+#include "render/Span.h"
 
 #include <array>
 #include <optional>
@@ -12,15 +13,6 @@
 namespace zumeta {
 
 enum class Layer { below, above };
-
-/// Half-open range of rows or columns.
-struct Span {
-    int begin = 0;
-    int end = 0;
-    bool isEmpty() const { return begin >= end; }
-    int length() const { return end - begin; }
-    friend bool operator==(const Span&, const Span&) = default;
-};
 
 /// How the rows of one plane of one layer come about, over the whole height of the result.
 struct PlaneScaling {

@@ -3,7 +3,6 @@
 
 #include "SampleOracle.h"
 #include "TestPictures.h"
-#include "render/ScalingKernels.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -141,7 +140,7 @@ TEST(FrameCompositor, VectorAndPortableKernelsGiveTheSameBits)
         GuardedFrame best(width, height);
         GuardedFrame portable(width, height);
         FrameCompositor(layout).compose(below, &above, best.picture);
-        FrameCompositor(layout, {.threads = 1, .mark = {}, .kernels = &portableKernels()})
+        FrameCompositor(layout, {.threads = 1, .mark = {}, .kernels = CompositorKernels::portable})
             .compose(below, &above, portable.picture);
         ASSERT_TRUE(best.sameAs(portable)) << "round " << round;
         ASSERT_TRUE(best.guardsHold() && portable.guardsHold()) << "round " << round;
