@@ -4,18 +4,16 @@
 // in an unnamed namespace, so each of them has its own.
 #include "render/ColourKernels.h"
 
-#include <cstring>
-
 namespace zumeta {
 namespace {
 
-float clamped(float value, float low, float high)
+inline float clamped(float value, float low, float high)
 {
     value = value < low ? low : value;
     return value > high ? high : value;
 }
 
-uint16_t rounded16(float value)
+inline uint16_t rounded16(float value)
 {
     return uint16_t(int32_t(clamped(value, 0.0F, 65535.0F) + 0.5F));
 }
@@ -81,15 +79,11 @@ void storeLuma(const float* __restrict y, const float* __restrict cb, const floa
 
 /// x to a power below 3, to within 2e-5 of itself; 0 for 0. Only additions and multiplications, so that a loop of it
 /// becomes vector code.
-float power(float x, float exponent)
+[[gnu::always_inline]] inline float power(float x, float exponent)
 {
-    int32_t bits = 0;
-    std::memcpy(&bits, &x, sizeof(bits));
+    const int32_t bits = __builtin_bit_cast(int32_t, x);
     const float octave = float((bits >> 23) - 127);
-    const int32_t mantissaBits = (bits & 0x007FFFFF) | 0x3F800000;
-    float t = 0;
-    std::memcpy(&t, &mantissaBits, sizeof(t));
-    t -= 1.0F;
+    const float t = __builtin_bit_cast(float, (bits & 0x007FFFFF) | 0x3F800000) - 1.0F;
     // log2(1 + t) / t on 0..1
     float log = -0.03382204596895592F;
     log = log * t + 0.14447109569877475F;
@@ -107,10 +101,7 @@ float power(float x, float exponent)
     exponential = exponential * f + 0.05565705438618287F;
     exponential = exponential * f + 0.24020719418279534F;
     exponential = exponential * f + 0.6931475675579636F;
-    const int32_t powerBits = (whole + 1) << 23;
-    float result = 0;
-    std::memcpy(&result, &powerBits, sizeof(result));
-    return result * (1.0F + exponential * f);
+    return __builtin_bit_cast(float, (whole + 1) << 23) * (1.0F + exponential * f);
 }
 
 /// Gamma-coded Y', Cb, Cr to light, channel by channel.
