@@ -164,7 +164,7 @@ private:
             }
             return;
         }
-        RowScaler scaler(m_kernels, scaling, region, source, scratch.below);
+        RowScaler scaler(m_kernels, scaling, region, piece.rows, source, scratch.below);
         for (int row = piece.rows.begin; row < piece.rows.end; ++row) {
             const Bias bias = biasOf(scaling.isDithered, row, region.across.begin(), scaling.offset);
             scaler.bytes(row, bias.data(), target + plane.stride * row);
@@ -179,8 +179,8 @@ private:
         const PlaneScaling& belowScaling = plan.scaling(Layer::below, piece.plane);
         const PlaneScaling& aboveScaling = plan.scaling(Layer::above, piece.plane);
         const size_t p = size_t(piece.plane);
-        RowScaler belowScaler(m_kernels, belowScaling, belowRegion, below.planes[p], scratch.below);
-        RowScaler aboveScaler(m_kernels, aboveScaling, aboveRegion, above.planes[p], scratch.above);
+        RowScaler belowScaler(m_kernels, belowScaling, belowRegion, piece.rows, below.planes[p], scratch.below);
+        RowScaler aboveScaler(m_kernels, aboveScaling, aboveRegion, piece.rows, above.planes[p], scratch.above);
         int16_t* const belowRow = scratch.fine.row(0);
         int16_t* const aboveRow = scratch.fine.row(1);
         for (int row = piece.rows.begin; row < piece.rows.end; ++row) {

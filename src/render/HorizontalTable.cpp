@@ -8,10 +8,11 @@ namespace zumeta {
 
 namespace {
 
-constexpr int kGroup = 16;    // results
-constexpr int kRunBytes = 16; // of source samples that four results share
-constexpr int kRunTaps = 8;   // taps come in such runs where four results share nothing
-constexpr int kMostLanePairs = 4;
+constexpr int kGroup = 16;          // results
+constexpr int kRunBytes = 16;       // of source samples that four results share
+constexpr int kRunTaps = 8;         // taps come in such runs where four results share nothing
+constexpr int kMostSharedPairs = 4; // that the kernels know
+constexpr int kMostLanePairs = 16;  // more taps are as fast one result at a time
 
 int roundedUp(int value, int multiple)
 {
@@ -45,15 +46,43 @@ int HorizontalTable::paddedCount() const
 
 HorizontalTaps HorizontalTable::taps() const
 {
-    return {m_count, m_taps, m_first.data(), m_weights.data(), m_lanePairs, m_laneBase.data(), m_lanes.data()};
+    HorizontalTaps taps;
+    taps.count = m_count;
+    taps.taps = m_taps;
+    taps.first = m_first.data();
+    taps.weights = m_weights.data();
+    taps.lanePairs = m_lanePairs;
+    taps.sharesRun = m_sharesRun;
+    taps.laneBase = m_laneBase.data();
+    taps.lanes = m_lanes.data();
+    return taps;
+}
+
+/// Where the runs of each four results start; false where a run does not hold all that it should.
+bool HorizontalTable::chooseBases(int runSamples, int pairs, bool shared)
+{
+    m_laneBase.clear();
+    for (size_t i = 0; i < m_low.size(); i += 4) {
+        const auto four = m_low.begin() + ptrdiff_t(i);
+        const int lowest = *std::min_element(four, four + 4);
+        const int highest = *std::max_element(four, four + 4);
+        const int tapsInRun = shared ? 2 * pairs : 2;
+        // Only as many taps as there are samples with a weight; what lies past the row has none.
+        for (int pair = 0; pair < (shared ? 1 : pairs); ++pair) {
+            const int base = std::min(lowest + 2 * pair, m_readable - runSamples);
+            const int last = std::min(highest + 2 * pair + tapsInRun, m_readable) - 1;
+            if (last - base >= runSamples)
+                return false;
+            m_laneBase.push_back(base);
+        }
+    }
+    return true;
 }
 
 void HorizontalTable::layOutLanes(int bytesPerSample)
 {
-    const int runSamples = kRunBytes / bytesPerSample;
-    // Which taps are used at all, over all results: the padding of the table must not make windows wider than needed.
-    std::vector<int> low(m_first.size());
     int pairs = 1;
+    m_low.resize(m_first.size());
     for (size_t i = 0; i < m_first.size(); ++i) {
         const int16_t* const weights = m_weights.data() + i * size_t(m_taps);
         int from = 0;
@@ -62,44 +91,32 @@ void HorizontalTable::layOutLanes(int bytesPerSample)
             ++from;
         while (to - 1 > from && weights[to - 1] == 0)
             --to;
-        low[i] = m_first[i] + from;
+        m_low[i] = m_first[i] + from;
         pairs = std::max(pairs, (to - from + 1) / 2);
     }
-    if (pairs > kMostLanePairs)
+    const int runSamples = kRunBytes / bytesPerSample;
+    if (pairs <= kMostSharedPairs && chooseBases(runSamples, pairs, true))
+        m_sharesRun = true;
+    else if (pairs > kMostLanePairs || !chooseBases(runSamples, pairs, false))
         return;
-    std::vector<int32_t> bases;
-    for (size_t i = 0; i < m_first.size(); i += 4) {
-        const int base = std::min(*std::min_element(low.begin() + ptrdiff_t(i), low.begin() + ptrdiff_t(i) + 4),
-                                  m_readable - runSamples);
-        bases.push_back(base);
-        for (size_t j = i; j < i + 4; ++j) {
-            // Taps that lie past the run must be empty ones.
-            const int16_t* const weights = m_weights.data() + j * size_t(m_taps);
-            for (int t = low[j] - m_first[j]; t < m_taps; ++t) {
-                if (weights[t] != 0 && m_first[j] + t - base >= runSamples)
-                    return;
-            }
-        }
-    }
+    m_lanePairs = pairs;
 
     constexpr size_t kBlock = 64; // 32 bytes of picks, 16 weights
     m_lanes.assign(m_first.size() / 8 * size_t(pairs) * kBlock, 0);
     for (size_t i = 0; i < m_first.size(); ++i) {
-        const int base = bases[i / 4];
         for (int t = 0; t < 2 * pairs; ++t) {
-            uint8_t* const block = m_lanes.data() + ((i / 8) * size_t(pairs) + size_t(t / 2)) * kBlock;
+            const size_t pair = size_t(t / 2);
+            uint8_t* const block = m_lanes.data() + ((i / 8) * size_t(pairs) + pair) * kBlock;
             const size_t slot = (i % 8) * 2 + size_t(t % 2); // of 16
-            const int index = low[i] - m_first[i] + t;
-            const bool inTable = index < m_taps;
-            const int16_t weight = inTable ? m_weights[i * size_t(m_taps) + size_t(index)] : int16_t(0);
-            const int sample = weight != 0 ? low[i] + t - base : 0;
+            const int index = m_low[i] - m_first[i] + t;
+            const int16_t weight = index < m_taps ? m_weights[i * size_t(m_taps) + size_t(index)] : int16_t(0);
+            const int base = m_laneBase[m_sharesRun ? i / 4 : i / 4 * size_t(pairs) + pair];
+            const int sample = weight != 0 ? m_low[i] + t - base : 0;
             block[slot * 2] = uint8_t(sample * bytesPerSample);
             block[slot * 2 + 1] = bytesPerSample == 1 ? uint8_t(0x80) : uint8_t(sample * 2 + 1);
             std::memcpy(block + 32 + slot * 2, &weight, sizeof(weight));
         }
     }
-    m_lanePairs = pairs;
-    m_laneBase = std::move(bases);
 }
 
 }

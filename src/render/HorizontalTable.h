@@ -23,6 +23,7 @@ public:
 
 private:
     void layOutLanes(int bytesPerSample);
+    bool chooseBases(int runSamples, int pairs, bool shared);
 
     int m_begin = 0;
     int m_count = 0;
@@ -30,7 +31,9 @@ private:
     int m_readable = 0;
     std::vector<int32_t> m_first;
     std::vector<int16_t> m_weights;
+    std::vector<int32_t> m_low; ///< per result: first sample with a weight
     int m_lanePairs = 0;
+    bool m_sharesRun = false;
     std::vector<int32_t> m_laneBase;
     std::vector<uint8_t> m_lanes;
 };
