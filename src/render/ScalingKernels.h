@@ -2,6 +2,7 @@
 #pragma once
 // Included by code that is compiled for newer processors only: nothing but plain declarations may stand here, since
 // an inline function compiled there could be linked into code that runs everywhere.
+#include <cstddef>
 #include <cstdint>
 
 namespace zumeta {
