@@ -91,7 +91,7 @@ TEST(Watermark, ScalesWithTheShorterSide)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // the build runs this too, to list the tests
+    qputenv("QT_QPA_PLATFORM", "offscreen");       // the build runs this too, to list the tests
     const QGuiApplication application(argc, argv); // fonts need one
     ::testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
