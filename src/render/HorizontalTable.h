@@ -22,8 +22,17 @@ public:
     int readableSamples() const { return m_readable; }
 
 private:
+    /// How results are grouped so that vector code reads their samples from runs of 16 bytes.
+    struct Grouping {
+        int resultsInRun; ///< that share one run
+        int tapsInRun;
+        int tapsInBlock; ///< that one block of picks and weights holds per result
+        int blocks;      ///< per result
+        bool sharesRun;  ///< over all blocks
+    };
+    bool chooseBases(const Grouping& grouping, int runSamples);
+    void layOutBlocks(const Grouping& grouping, int bytesPerSample);
     void layOutLanes(int bytesPerSample);
-    bool chooseBases(int runSamples, int pairs, bool shared);
 
     int m_begin = 0;
     int m_count = 0;
@@ -32,6 +41,7 @@ private:
     std::vector<int32_t> m_first;
     std::vector<int16_t> m_weights;
     std::vector<int32_t> m_low; ///< per result: first sample with a weight
+    int m_quickTaps = 0;
     int m_lanePairs = 0;
     bool m_sharesRun = false;
     std::vector<int32_t> m_laneBase;

@@ -27,11 +27,15 @@ struct HorizontalTaps {
     int taps = 0;
     const int32_t* first = nullptr;   ///< per result: its first source sample
     const int16_t* weights = nullptr; ///< per result: `taps` weights
+    /// 8 bit only: each product is rounded by itself, to 1/256 of a code; otherwise they are summed first. The number
+    /// of taps where eight neighbouring results read from one run of 16 bytes, else 0.
+    int quickTaps = 0;
     /// Where four neighbouring results read a pair of taps from one run of 16 bytes: the number of pairs, else 0.
     int lanePairs = 0;
-    bool sharesRun = false;            ///< all pairs of four results read from the same run
-    const int32_t* laneBase = nullptr; ///< per four results (and pair, unless shared): first source sample of their run
-    /// Per eight results and pair of taps: 32 bytes that pick the samples, then 16 weights.
+    bool sharesRun = false; ///< all pairs of four results read from the same run
+    /// First source sample of the run per eight results (quick), per four, or per four and pair.
+    const int32_t* laneBase = nullptr;
+    /// Per sixteen results and tap (quick), or per eight and pair: 32 bytes that pick the samples, then 16 weights.
     const uint8_t* lanes = nullptr;
 };
 

@@ -90,6 +90,56 @@ void horizontalLanes(const uint8_t* const* rows, const HorizontalTaps& taps, con
     }
 }
 
+/// Sixteen results at once, eight from each run.
+template <int quickTaps, int rowCount>
+void horizontalQuick(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    const __m256i centre = _mm256_set1_epi8(int8_t(-128));
+    const uint8_t* lanes = taps.lanes;
+    const int32_t* base = taps.laneBase;
+    for (int i = 0; i < taps.count; i += 16, base += 2) {
+        __m256i samples[rowCount];
+        __m256i sums[rowCount];
+        for (int r = 0; r < rowCount; ++r)
+            samples[r] = _mm256_xor_si256(laneSamples<1>(rows[r], base, 1, centre), centre);
+        for (int tap = 0; tap < quickTaps; ++tap, lanes += 64) {
+            const __m256i picks = load32(lanes);
+            const __m256i weights = load32(lanes + 32);
+            for (int r = 0; r < rowCount; ++r) {
+                const __m256i product = _mm256_mulhrs_epi16(_mm256_shuffle_epi8(samples[r], picks), weights);
+                sums[r] = tap == 0 ? product : _mm256_add_epi16(sums[r], product);
+            }
+        }
+        for (int r = 0; r < rowCount; ++r)
+            store32(coarse[r] + i, sums[r]);
+    }
+}
+
+template <int rowCount>
+void quickRows(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    switch (taps.quickTaps) {
+    case 1:
+        horizontalQuick<1, rowCount>(rows, taps, coarse);
+        break;
+    case 2:
+        horizontalQuick<2, rowCount>(rows, taps, coarse);
+        break;
+    case 3:
+        horizontalQuick<3, rowCount>(rows, taps, coarse);
+        break;
+    case 4:
+        horizontalQuick<4, rowCount>(rows, taps, coarse);
+        break;
+    case 5:
+        horizontalQuick<5, rowCount>(rows, taps, coarse);
+        break;
+    default:
+        horizontalQuick<6, rowCount>(rows, taps, coarse);
+        break;
+    }
+}
+
 template <int bytesPerSample>
 __m128i runSum(const uint8_t* row, int first, const int16_t* weights, int taps, __m128i centre)
 {
@@ -168,6 +218,14 @@ void horizontal(const uint8_t* const* rows, int rowCount, const HorizontalTaps& 
 
 void horizontal8(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int16_t* const* coarse)
 {
+    if (taps.quickTaps > 0) {
+        int r = 0;
+        for (; r + kRowsAtOnce <= rowCount; r += kRowsAtOnce)
+            quickRows<kRowsAtOnce>(rows + r, taps, coarse + r);
+        for (; r < rowCount; ++r)
+            quickRows<1>(rows + r, taps, coarse + r);
+        return;
+    }
     // The weights add up to one exactly, so 128 can be taken off the sum instead of off every sample.
     constexpr int kShift = kWeightBits - kCoarseFractionBits;
     horizontal<1>(rows, rowCount, taps, 0, (1 << (kShift - 1)) - (128 << kWeightBits), kShift, coarse);

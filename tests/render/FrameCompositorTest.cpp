@@ -59,7 +59,7 @@ void expectClose(const GuardedFrame& frame, const CompositeLayout& layout, const
     EXPECT_TRUE(frame.guardsHold());
 }
 
-constexpr double kRounding = 0.55; // half a code, and what 14-bit weights and fractions of 1/64 add
+constexpr double kRounding = 0.56; // half a code, and what 14-bit weights and fractions of 1/64 add
 constexpr double kDithering = 1.05;
 
 }
