@@ -78,10 +78,12 @@ void RowScaler::scaleAcross(int firstRow)
             rows[size_t(r)] = staged;
         }
     }
+    HorizontalTaps taps = across.taps();
+    taps.ahead = m_source.stride * kRowsAtOnce;
     if (m_scaling.depth == 8)
-        m_kernels.horizontal8(rows.data(), count, across.taps(), results.data());
+        m_kernels.horizontal8(rows.data(), count, taps, results.data());
     else
-        m_kernels.horizontal16(rows.data(), count, across.taps(), m_scaling.depth, results.data());
+        m_kernels.horizontal16(rows.data(), count, taps, m_scaling.depth, results.data());
 }
 
 void RowScaler::gather(int row)

@@ -37,6 +37,9 @@ struct HorizontalTaps {
     const int32_t* laneBase = nullptr;
     /// Per sixteen results and tap (quick), or per eight and pair: 32 bytes that pick the samples, then 16 weights.
     const uint8_t* lanes = nullptr;
+    /// Bytes from a row to the one that comes next in its place: fetched while this one is worked on, since the rows of
+    /// a picture are too short and too many for the processor to foresee. 0 to fetch nothing.
+    ptrdiff_t ahead = 0;
 };
 
 /// The inner loops. All variants give the same bits.

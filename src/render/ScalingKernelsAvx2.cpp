@@ -36,6 +36,12 @@ void storeTail(uint8_t* to, __m256i value, int count)
 
 // ---- horizontal ------------------------------------------------------------------------------------------------
 
+/// A hint, which may lead anywhere.
+void fetch(const uint8_t* from, ptrdiff_t ahead)
+{
+    _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(from) + uintptr_t(ahead)), _MM_HINT_T0);
+}
+
 /// Eight results' samples: the first four read from the run at base[0], the others from the one at base[step].
 template <int bytesPerSample>
 __m256i laneSamples(const uint8_t* row, const int32_t* base, int step, __m256i centre)
@@ -70,6 +76,7 @@ void horizontalLanes(const uint8_t* const* rows, const HorizontalTaps& taps, con
             sums[r] = constants.bias;
             if constexpr (sharedPairs > 0)
                 samples[r] = laneSamples<bytesPerSample>(rows[r], base, 1, constants.centre);
+            fetch(rows[r] + ptrdiff_t(base[0]) * bytesPerSample, taps.ahead);
         }
         for (int pair = 0; pair < pairs; ++pair, lanes += 64) {
             const __m256i picks = load32(lanes);
@@ -100,8 +107,10 @@ void horizontalQuick(const uint8_t* const* rows, const HorizontalTaps& taps, int
     for (int i = 0; i < taps.count; i += 16, base += 2) {
         __m256i samples[rowCount];
         __m256i sums[rowCount];
-        for (int r = 0; r < rowCount; ++r)
+        for (int r = 0; r < rowCount; ++r) {
             samples[r] = _mm256_xor_si256(laneSamples<1>(rows[r], base, 1, centre), centre);
+            fetch(rows[r] + base[0], taps.ahead);
+        }
         for (int tap = 0; tap < quickTaps; ++tap, lanes += 64) {
             const __m256i picks = load32(lanes);
             const __m256i weights = load32(lanes + 32);
