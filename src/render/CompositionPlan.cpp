@@ -21,10 +21,12 @@ struct OutputGrid {
 struct Footprint {
     double left, top, right, bottom;
     double sampleWidth, sampleHeight;
+    /// Numbers that the arithmetic below stands, and a size that could be seen.
     bool isUsable() const
     {
+        constexpr double kSmallest = 1e-6;
         return std::isfinite(left) && std::isfinite(top) && std::isfinite(right) && std::isfinite(bottom) &&
-               sampleWidth > 0 && sampleHeight > 0;
+               sampleWidth > kSmallest && sampleHeight > kSmallest;
     }
 };
 

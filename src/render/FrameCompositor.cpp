@@ -9,7 +9,7 @@
 #include "render/WorkerPool.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cassert>
 #include <cstring>
 #include <optional>
 
@@ -78,9 +78,19 @@ public:
             m_mark.emplace(*options.mark);
     }
 
+    void setLayout(const CompositeLayout& layout)
+    {
+        if (m_layout == layout)
+            return;
+        m_layout = layout;
+        m_both.reset();
+        m_belowOnly.reset();
+    }
+
     void compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out)
     {
-        const CompositionPlan& plan = planFor(below.format, above ? &above->format : nullptr, out);
+        assert(out.width == int(m_layout.picture.width) && out.height == int(m_layout.picture.height));
+        const CompositionPlan& plan = planFor(below.format, above ? &above->format : nullptr);
         const VideoPicture& normalBelow = normalised(Layer::below, below, plan);
         const VideoPicture* const normalAbove = above ? &normalised(Layer::above, *above, plan) : nullptr;
         for (Scratch& scratch : m_scratch)
@@ -94,7 +104,7 @@ public:
 
 private:
     /// Frames without an above picture come between others, so each kind keeps its plan.
-    const CompositionPlan& planFor(const PictureFormat& below, const PictureFormat* above, const WritablePicture& out)
+    const CompositionPlan& planFor(const PictureFormat& below, const PictureFormat* above)
     {
         std::optional<PlannedFormats>& planned = above ? m_both : m_belowOnly;
         const std::optional<PictureFormat> aboveFormat = above ? std::optional(*above) : std::nullopt;
@@ -103,7 +113,8 @@ private:
         const PictureFormat& normalBelow = normalisedFormat(Layer::below, below);
         const PictureFormat* const normalAbove = above ? &normalisedFormat(Layer::above, *above) : nullptr;
         planned.emplace(PlannedFormats{below, aboveFormat,
-                                       CompositionPlan(m_layout, out.width, out.height, normalBelow, normalAbove)});
+                                       CompositionPlan(m_layout, int(m_layout.picture.width),
+                                                       int(m_layout.picture.height), normalBelow, normalAbove)});
         planned->plan.splitFor(m_pool.workers());
         return planned->plan;
     }
@@ -212,6 +223,11 @@ FrameCompositor::FrameCompositor(const CompositeLayout& layout, CompositorOption
 FrameCompositor::~FrameCompositor() = default;
 FrameCompositor::FrameCompositor(FrameCompositor&&) noexcept = default;
 FrameCompositor& FrameCompositor::operator=(FrameCompositor&&) noexcept = default;
+
+void FrameCompositor::setLayout(const CompositeLayout& layout)
+{
+    m_implementation->setLayout(layout);
+}
 
 void FrameCompositor::compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out)
 {

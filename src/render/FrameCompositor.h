@@ -34,8 +34,12 @@ public:
     FrameCompositor(FrameCompositor&&) noexcept;
     FrameCompositor& operator=(FrameCompositor&&) noexcept;
 
-    /// Without an above picture the frame is the below picture alone. Formats may change from call to call, at the
-    /// price of a new plan.
+    /// Another layout for the frames that follow; threads and buffers stay. A mark is drawn only over frames of its
+    /// size.
+    void setLayout(const CompositeLayout& layout);
+
+    /// `out` has the size of the layout's picture. Without an above picture the frame is the below picture alone.
+    /// Formats may change from call to call, at the price of a new plan.
     void compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out);
 
 private:

@@ -80,6 +80,17 @@ TEST(AxisFilter, AWholeShiftIsRecognisedAsOne)
     EXPECT_FALSE(makeAxisFilter({80, 1}, 5, 50, 100).pureShift()) << "the edge is repeated";
 }
 
+TEST(AxisFilter, AnEndlessStepTakesTheMeanOfTheSource)
+{
+    for (const double step : {1e6, 1e300}) {
+        const AxisFilter filter = makeAxisFilter({50, step}, 0, 1, 100);
+        ASSERT_EQ(sumOfWeights(filter, 0), kWeightOne);
+        // Samples beyond the edges repeat them, so only those between have equal weights.
+        for (int t = 1; t < 99; ++t)
+            ASSERT_NEAR(filter.weightsOf(0)[t], kWeightOne / 400, 2);
+    }
+}
+
 TEST(AxisFilter, ShrinkingWidensTheKernel)
 {
     EXPECT_EQ(makeAxisFilter({0.5, 2}, 0, 10, 1000).taps, 8);

@@ -314,6 +314,25 @@ TEST(FrameCompositor, FormatsMayChangeFromFrameToFrame)
     }
 }
 
+TEST(FrameCompositor, ANewLayoutHoldsFromTheNextFrame)
+{
+    std::mt19937 random(12);
+    const VideoPicture below = makeNoise(formatOf(96, 54), random);
+    const VideoPicture above = makeNoise(formatOf(96, 54), random);
+    FrameCompositor lasting(layoutOf(160, 90, configOf(22)));
+    GuardedFrame first(160, 90);
+    lasting.compose(below, &above, first.picture);
+    for (const auto& [width, height, zoom] : {std::tuple{160, 90, 65.0}, {64, 36, 22.0}}) {
+        const CompositeLayout layout = layoutOf(width, height, configOf(zoom, 4, 9));
+        lasting.setLayout(layout);
+        GuardedFrame frame(width, height);
+        GuardedFrame fresh(width, height);
+        lasting.compose(below, &above, frame.picture);
+        FrameCompositor(layout).compose(below, &above, fresh.picture);
+        EXPECT_TRUE(frame.sameAs(fresh));
+    }
+}
+
 TEST(FrameCompositor, RowsSharedOverThreadsGiveTheSameFrame)
 {
     std::mt19937 random(10);
