@@ -146,6 +146,22 @@ std::string MovieProbe::frameKinds(const std::filesystem::path& file)
     return kinds;
 }
 
+std::vector<double> MovieProbe::frameTimes(const std::filesystem::path& file, const std::string& stream)
+{
+    const QJsonObject answer = askFfprobe(file, {"-select_streams", stream, "-show_frames", "-show_entries",
+                                                 "frame=pts_time,best_effort_timestamp_time"});
+    const QJsonArray frames = answer[QLatin1String("frames")].toArray();
+    std::vector<double> times;
+    for (const QJsonValue& value : frames) {
+        const QJsonObject frame = value.toObject();
+        const auto pts = seconds(frame, "pts_time");
+        times.push_back(pts ? *pts : seconds(frame, "best_effort_timestamp_time").value_or(-1));
+    }
+    for (size_t i = times.size(); i-- > 0;)
+        times[i] -= times.front();
+    return times;
+}
+
 std::vector<RawPicture> MovieProbe::frames(const std::filesystem::path& file, const PictureFormat& format,
                                            const std::string& stream)
 {

@@ -48,6 +48,9 @@ public:
     /// One letter a frame in order of showing: I, P or B.
     static std::string frameKinds(const std::filesystem::path& file);
 
+    /// When each frame is shown, in that order, seconds from the first one shown.
+    static std::vector<double> frameTimes(const std::filesystem::path& file, const std::string& stream = "v:0");
+
     /// Every frame of the first video track (or the one named) in its own pixel format, which must be what `format`
     /// says; stored orientation. Frames before an edit list's start are left out.
     static std::vector<RawPicture> frames(const std::filesystem::path& file, const PictureFormat& format,
