@@ -120,7 +120,8 @@ MediaAsset MediaAsset::load(const FileUrl& url, std::stop_token interrupt)
         asset.video->length = std::max(endOf(demuxer, video) - asset.timeShift, MediaTime{0, 1});
         asset.duration = asset.video->length;
     }
-    if (audio) {
+    // Sound that nothing here can decode is no sound: the picture goes without.
+    if (audio && audio->codecpar->sample_rate > 0 && avcodec_find_decoder(audio->codecpar->codec_id)) {
         asset.audio = AudioTrack{audio->index, audio->codecpar->sample_rate, audio->codecpar->ch_layout.nb_channels,
                                  endOf(demuxer, audio) - asset.timeShift};
         asset.duration = std::max(asset.duration, asset.audio->end);

@@ -31,7 +31,7 @@ OutputFile::OutputFile(const FileUrl& file) : m_url(file)
 {
     m_descriptor = ::open(file.path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, kPermissions);
     if (m_descriptor < 0)
-        throw MovieError(MovieError::Kind::cannotWrite, systemText(errno));
+        throw MovieError(MovieError::Kind::cannotWrite, file.lastPathComponent() + ": " + systemText(errno));
     struct stat facts{};
     ::fstat(m_descriptor, &facts);
     m_device = facts.st_dev;

@@ -33,7 +33,9 @@ bool isDamaged(const AVFrame& frame)
 }
 
 VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameReaderOptions& options)
-    : m_demuxer(Demuxer::open(asset.url, options.interrupt)), m_timeShift(asset.timeShift)
+    : m_demuxer(Demuxer::open(asset.url, options.interrupt))
+    , m_interrupt(options.interrupt)
+    , m_timeShift(asset.timeShift)
 {
     const std::string name = asset.url.lastPathComponent();
     m_stream = m_demuxer.firstStream(AVMEDIA_TYPE_VIDEO);
@@ -57,7 +59,7 @@ MediaTime VideoDecoder::onFileClock(int64_t timeStamp) const
 
 std::optional<FrameSlot> VideoDecoder::next()
 {
-    while (m_ready.empty() && !m_ended) {
+    while (m_ready.empty() && !m_ended && !m_interrupt.stop_requested()) {
         Frame frame(checkAllocated(av_frame_alloc()));
         const int code = avcodec_receive_frame(m_codec.get(), frame.get());
         if (code == AVERROR_EOF) {
@@ -102,10 +104,14 @@ void VideoDecoder::receive(Frame frame)
         return;
     releaseBefore(timeStamp);
     m_awaited.erase(timeStamp);
-    FrameSlot slot{onFileClock(timeStamp), std::nullopt};
-    if (!isDamaged(*frame))
-        slot.picture = pictureFromFrame(std::move(frame), m_pixelAspect);
-    m_ready.push_back(std::move(slot));
+    m_ready.push_back({onFileClock(timeStamp), std::nullopt});
+    if (isDamaged(*frame))
+        return;
+    try {
+        m_ready.back().picture = pictureFromFrame(std::move(frame), m_pixelAspect);
+    } catch (const MovieError&) {
+        // A picture in a form that nothing can read is as good as damaged.
+    }
 }
 
 void VideoDecoder::releaseBefore(int64_t timeStamp)

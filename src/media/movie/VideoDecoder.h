@@ -26,6 +26,7 @@ private:
     Demuxer m_demuxer;
     AVStream* m_stream = nullptr;
     CodecContext m_codec;
+    std::stop_token m_interrupt;
     MediaTime m_timeShift;
     double m_pixelAspect = 1;
     bool m_timeStampsAreReal = true;
