@@ -52,6 +52,9 @@ struct Film {
 Film filmOf(const FootageSpec& spec, const std::filesystem::path& file)
 {
     Film film{file, {}, MovieProbe::frameTimes(file)};
+    // AVI stores no times, and what ffprobe makes up for B-frames is not their order. Its frames come at a fixed rate.
+    for (size_t i = 0; spec.extension == "avi" && i < film.times.size(); ++i)
+        film.times[i] = double(i) / spec.rate.value();
     for (const RawPicture& picture : MovieProbe::frames(file, pictureFormat(spec))) {
         const auto code = readBarCode(picture);
         film.numbers.push_back(code ? code->number : kUnreadable);
@@ -76,6 +79,11 @@ struct Kind {
     /// Makes the file to be read out of the recording; none: the recording itself.
     Words derivation = {};
 };
+
+std::ostream& operator<<(std::ostream& out, const Kind& kind)
+{
+    return out << kind.name;
+}
 
 class EveryKindOfTrack : public testing::TestWithParam<Kind> {};
 
@@ -248,6 +256,11 @@ FootageSpec coloured(const char* pixelFormat, ColourRange range, ColourMatrix ma
     spec.width = width;
     spec.height = width == 192 ? 108 : 91;
     return spec;
+}
+
+std::ostream& operator<<(std::ostream& out, const Form& form)
+{
+    return out << form.name;
 }
 
 class EveryFormOfPicture : public testing::TestWithParam<Form> {};
@@ -455,7 +468,7 @@ TEST(FrameReader, GivesUpWhenItIsInterrupted)
     int further = 0;
     while (reader.next())
         ++further;
-    EXPECT_LT(further, 300); // of more than ten thousand: what was read already comes out
+    EXPECT_LT(further, 2); // of more than ten thousand
 }
 
 namespace {

@@ -164,6 +164,8 @@ Arguments encodeCommand(const FootageSpec& spec, const std::filesystem::path& so
                   '/' + spec.pixelAspect.substr(spec.pixelAspect.find(':') + 1);
     if (!filter.empty())
         append(command, {"-vf", filter});
+    if (spec.start != 0) // or frames would be made up for the time before
+        append(command, {"-fps_mode", "passthrough"});
     if (!spec.timeStamps.empty())
         append(command, {"-fps_mode", "passthrough", "-enc_time_base", "1:90000", "-video_track_timescale", "90000"});
     append(command, spec.encoder);

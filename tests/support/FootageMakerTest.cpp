@@ -38,6 +38,11 @@ struct Kind {
     const char* pixelFormat;
 };
 
+std::ostream& operator<<(std::ostream& out, const Kind& kind)
+{
+    return out << kind.name;
+}
+
 class EveryKindOfFootage : public testing::TestWithParam<Kind> {};
 
 FootageSpec with(std::string pixelFormat, Words encoder, std::string extension = "mp4",
