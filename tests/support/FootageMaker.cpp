@@ -241,19 +241,19 @@ std::filesystem::path FootageMaker::derive(const std::vector<std::string>& argum
 }
 
 std::filesystem::path FootageMaker::withDamagedPackets(const std::filesystem::path& file,
-                                                       const std::vector<int>& indexes)
+                                                       const std::vector<int>& indexes, const std::string& stream)
 {
-    const std::vector<PacketFacts> packets = MovieProbe::packets(file, "v:0");
+    const std::vector<PacketFacts> packets = MovieProbe::packets(file, stream);
     const std::filesystem::path copy = shelf().newFile(file.extension().string().substr(1));
     shelf().files["copy" + copy.string()] = copy;
     std::filesystem::copy_file(file, copy);
-    std::fstream stream(copy, std::ios::binary | std::ios::in | std::ios::out);
+    std::fstream bytes(copy, std::ios::binary | std::ios::in | std::ios::out);
     for (const int index : indexes) {
         const PacketFacts& packet = packets.at(size_t(index));
-        stream.seekp(packet.position);
+        bytes.seekp(packet.position);
         // All ones are a unit length past the end of the packet, and no start code of anything.
         const std::string junk(size_t(packet.size), '\xff');
-        stream.write(junk.data(), std::streamsize(junk.size()));
+        bytes.write(junk.data(), std::streamsize(junk.size()));
     }
     return copy;
 }

@@ -64,8 +64,9 @@ public:
 
     /// A further file made by `ffmpeg <arguments> output`, kept like the others.
     static std::filesystem::path derive(const std::vector<std::string>& arguments, const std::string& extension);
-    /// A copy of which the bytes of the packets with these positions in the stream are no longer video.
-    static std::filesystem::path withDamagedPackets(const std::filesystem::path& file, const std::vector<int>& indexes);
+    /// A copy of which the bytes of the packets with these positions in the stream are junk.
+    static std::filesystem::path withDamagedPackets(const std::filesystem::path& file, const std::vector<int>& indexes,
+                                                    const std::string& stream = "v:0");
     /// A copy of the first `bytes` bytes.
     static std::filesystem::path truncated(const std::filesystem::path& file, uintmax_t bytes);
 };
