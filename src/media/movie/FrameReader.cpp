@@ -10,25 +10,51 @@ namespace zumeta {
 class FrameReader::FileReader {
 public:
     FileReader(const MediaAsset& asset, double start, const FrameReaderOptions& options)
-        : m_decoder(asset, start, options), m_start(start)
+        : m_asset(asset)
+        , m_options(options)
+        , m_start(start)
     {
+        enter(start);
     }
 
     std::optional<FrameSlot> next()
     {
         if (!m_atStart)
-            return skipToStart();
+            return slotAtStart();
         if (m_behind)
             return std::exchange(m_behind, std::nullopt);
-        return m_decoder.next();
+        return m_decoder->next();
     }
 
 private:
+    void enter(double at)
+    {
+        m_decoder.reset();
+        m_decoder = std::make_unique<VideoDecoder>(m_asset, at, m_options);
+        m_behind.reset();
+        m_entry.reset();
+    }
+
+    std::optional<FrameSlot> slotAtStart()
+    {
+        // An entry point need not be whole at once: with intra refresh the picture builds up over the frames behind
+        // it. So a frame that does not come out is asked for again from the entry points before.
+        constexpr int kMostRetreats = 3;
+        m_atStart = true;
+        std::optional<FrameSlot> shown = skipToStart();
+        for (int i = 0; i < kMostRetreats && shown && !shown->picture && m_entry > MediaTime{0, 1}; ++i) {
+            enter(m_entry->seconds() - 2 * kFrameTimeTolerance);
+            shown = skipToStart();
+        }
+        return shown;
+    }
+
     std::optional<FrameSlot> skipToStart()
     {
-        m_atStart = true;
         std::optional<FrameSlot> shown;
-        while (std::optional<FrameSlot> slot = m_decoder.next()) {
+        while (std::optional<FrameSlot> slot = m_decoder->next()) {
+            if (!m_entry)
+                m_entry = slot->presentationTime;
             if (!frameHasBegun(slot->presentationTime, m_start)) {
                 if (!shown)
                     return slot;
@@ -40,14 +66,19 @@ private:
         return shown;
     }
 
-    VideoDecoder m_decoder;
-    double m_start;
+    const MediaAsset m_asset;
+    const FrameReaderOptions m_options;
+    const double m_start;
+    std::unique_ptr<VideoDecoder> m_decoder;
+    std::optional<MediaTime> m_entry; ///< the first frame that the decoder gave
     bool m_atStart = false;
     std::optional<FrameSlot> m_behind; ///< the first frame that begins after the start
 };
 
 FrameReader::FrameReader(MediaComposition source, double start, double length, FrameReaderOptions options)
-    : m_source(std::move(source)), m_end(start + length), m_options(std::move(options))
+    : m_source(std::move(source))
+    , m_end(start + length)
+    , m_options(std::move(options))
 {
     const auto& segments = m_source.video();
     if (segments.empty())

@@ -21,7 +21,7 @@ bool saysItsDuration(const AVStream& stream)
 {
     // Fragmented files and Matroska tell no count of samples; what they say of a track's length is a guess at best.
     return stream.duration != AV_NOPTS_VALUE && stream.duration > 0 && stream.duration != kUnknown32 &&
-        stream.nb_frames > 0;
+           stream.nb_frames > 0;
 }
 
 /// The end of the stream found by reading its packets from the last sync sample on. Nothing if it has none there.
@@ -78,8 +78,8 @@ MediaTime shortestSpacing(AVStream* stream)
     int64_t shortest = 0;
     const int count = avformat_index_get_entries_count(stream);
     for (int i = 1; i < count; ++i) {
-        const int64_t gap = avformat_index_get_entry(stream, i)->timestamp -
-            avformat_index_get_entry(stream, i - 1)->timestamp;
+        const int64_t gap =
+            avformat_index_get_entry(stream, i)->timestamp - avformat_index_get_entry(stream, i - 1)->timestamp;
         if (gap > 0 && (shortest == 0 || gap < shortest))
             shortest = gap;
     }
@@ -87,6 +87,54 @@ MediaTime shortestSpacing(AVStream* stream)
         return toMediaTime(shortest, stream->time_base);
     const AVRational rate = stream->avg_frame_rate;
     return rate.num > 0 && rate.den > 0 ? MediaTime{rate.den, rate.num} : MediaTime{0, 1};
+}
+
+/// Decoding times of the first and the last frame that the index lists.
+struct IndexSpan {
+    int64_t first = 0;
+    int64_t last = 0;
+    int shownFrames = 0; ///< those that an edit list does not hide
+};
+
+IndexSpan indexSpanOf(AVStream* stream)
+{
+    IndexSpan span;
+    const int count = avformat_index_get_entries_count(stream);
+    for (int i = 0; i < count; ++i) {
+        const AVIndexEntry* const entry = avformat_index_get_entry(stream, i);
+        span.first = i == 0 ? entry->timestamp : span.first;
+        span.last = entry->timestamp;
+        span.shownFrames += entry->flags & AVINDEX_DISCARD_FRAME ? 0 : 1;
+    }
+    return span;
+}
+
+/// The end of a track whose frames are reordered and unevenly spaced. What libav calls its duration is the sum of the
+/// distances in decoding order, which says nothing of when the last frame is shown. Nothing for other tracks.
+std::optional<MediaTime> endOfReorderedUnevenTrack(Demuxer& demuxer, AVStream* stream, MediaTime shortest)
+{
+    if (stream->codecpar->video_delay == 0 || !saysItsDuration(*stream))
+        return std::nullopt;
+    const IndexSpan span = indexSpanOf(stream);
+    const int count = avformat_index_get_entries_count(stream);
+    if (count < 3 || toMediaTime(span.last - span.first, stream->time_base) ==
+                         MediaTime{shortest.value * (count - 1), shortest.timescale})
+        return std::nullopt;
+    // The last frame lasts as long as the last distance in the table, where that is still to be told.
+    const int64_t rest = stream->duration - (span.last - span.first);
+    const MediaTime lastLength = rest > 0 ? toMediaTime(rest, stream->time_base) : shortest;
+    demuxer.select(stream);
+    demuxer.seekToLastSyncSample(stream);
+    std::optional<MediaTime> end;
+    while (const Packet packet = demuxer.read()) {
+        const int64_t start = presentationTimeStamp(*packet);
+        if (start == AV_NOPTS_VALUE || packet->flags & AV_PKT_FLAG_DISCARD)
+            continue;
+        const MediaTime length = packet->duration > 0 ? toMediaTime(packet->duration, stream->time_base) : lastLength;
+        const MediaTime packetEnd = toMediaTime(start, stream->time_base) + length;
+        end = end ? std::max(*end, packetEnd) : packetEnd;
+    }
+    return end;
 }
 
 VideoTrack videoTrackOf(Demuxer& demuxer, AVStream* stream)
@@ -117,7 +165,11 @@ MediaAsset MediaAsset::load(const FileUrl& url, std::stop_token interrupt)
         asset.timeShift = toMediaTime(startOf(*first), first->time_base);
     if (video) {
         asset.video = videoTrackOf(demuxer, video);
-        asset.video->length = std::max(endOf(demuxer, video) - asset.timeShift, MediaTime{0, 1});
+        const auto unevenEnd = endOfReorderedUnevenTrack(demuxer, video, asset.video->minFrameDuration);
+        const MediaTime end = unevenEnd ? *unevenEnd : endOf(demuxer, video);
+        asset.video->length = std::max(end - asset.timeShift, MediaTime{0, 1});
+        if (unevenEnd && asset.video->length > MediaTime{0, 1})
+            asset.video->nominalFrameRate = float(indexSpanOf(video).shownFrames / asset.video->length.seconds());
         asset.duration = asset.video->length;
     }
     // Sound that nothing here can decode is no sound: the picture goes without.

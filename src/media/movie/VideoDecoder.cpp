@@ -21,13 +21,9 @@ CodecContext openDecoder(const AVStream& stream, const FrameReaderOptions& optio
     context->pkt_timebase = stream.time_base;
     context->thread_count = options.decoderThreads;
     context->thread_type = FF_THREAD_FRAME;
+    context->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT; // which of them are whole is judged in isWhole
     checkAv(avcodec_open2(context.get(), decoder, nullptr), MovieError::Kind::cannotDecode, name);
     return context;
-}
-
-bool isDamaged(const AVFrame& frame)
-{
-    return (frame.flags & AV_FRAME_FLAG_CORRUPT) || frame.decode_error_flags != 0;
 }
 
 }
@@ -47,7 +43,11 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
     // AVI has no presentation times: what libav guesses cannot tell a late frame from a missing one.
     m_timeStampsAreReal = std::string_view(m_demuxer.format().iformat->name) != "avi";
     m_demuxer.select(m_stream);
-    const double target = (start + kFrameTimeTolerance + m_timeShift.seconds()) / av_q2d(m_stream->time_base);
+    double target = (start + kFrameTimeTolerance + m_timeShift.seconds()) / av_q2d(m_stream->time_base);
+    // AVI counts frames in decoding order, in which a frame stands up to this far behind its place in time.
+    constexpr int kMostReordered = 16;
+    if (!m_timeStampsAreReal)
+        target -= kMostReordered;
     if (start > 0)
         m_demuxer.seekToSyncSample(m_stream, int64_t(std::floor(target)));
 }
@@ -97,15 +97,34 @@ void VideoDecoder::send()
     avcodec_send_packet(m_codec.get(), packet.get());
 }
 
+int64_t VideoDecoder::timeStampOf(const AVFrame& frame) const
+{
+    if (m_timeStampsAreReal)
+        return frame.pts != AV_NOPTS_VALUE ? frame.pts : frame.best_effort_timestamp;
+    // A frame leaves the decoder with the packet that pushes it out, and the last ones when no packet is left.
+    return frame.pkt_dts != AV_NOPTS_VALUE ? frame.pkt_dts - m_codec->has_b_frames : m_lastTimeStamp + 1;
+}
+
+bool VideoDecoder::isWhole(const AVFrame& frame) const
+{
+    if (frame.decode_error_flags != 0)
+        return false;
+    // Behind a seek, libav's H.264 decoder takes frames for unrecovered that it read before their entry point came
+    // out, and forgets to put that right for those it still holds at the end of the file. They follow whole frames.
+    return !(frame.flags & AV_FRAME_FLAG_CORRUPT) || (m_flushing && m_lastWasWhole);
+}
+
 void VideoDecoder::receive(Frame frame)
 {
-    const int64_t timeStamp = frame->pts != AV_NOPTS_VALUE ? frame->pts : frame->best_effort_timestamp;
+    const int64_t timeStamp = timeStampOf(*frame);
     if (timeStamp == AV_NOPTS_VALUE)
         return;
+    m_lastTimeStamp = timeStamp;
     releaseBefore(timeStamp);
     m_awaited.erase(timeStamp);
     m_ready.push_back({onFileClock(timeStamp), std::nullopt});
-    if (isDamaged(*frame))
+    m_lastWasWhole = isWhole(*frame);
+    if (!m_lastWasWhole)
         return;
     try {
         m_ready.back().picture = pictureFromFrame(std::move(frame), m_pixelAspect);
@@ -119,6 +138,7 @@ void VideoDecoder::releaseBefore(int64_t timeStamp)
     while (!m_awaited.empty() && *m_awaited.begin() < timeStamp) {
         m_ready.push_back({onFileClock(*m_awaited.begin()), std::nullopt});
         m_awaited.erase(m_awaited.begin());
+        m_lastWasWhole = false;
     }
 }
 

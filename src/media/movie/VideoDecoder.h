@@ -21,6 +21,8 @@ private:
     void send();
     void receive(Frame frame);
     void releaseBefore(int64_t timeStamp);
+    int64_t timeStampOf(const AVFrame& frame) const;
+    bool isWhole(const AVFrame& frame) const;
     MediaTime onFileClock(int64_t timeStamp) const;
 
     Demuxer m_demuxer;
@@ -33,6 +35,8 @@ private:
     bool m_flushing = false;
     bool m_ended = false;
     std::set<int64_t> m_awaited; ///< time stamps of packets whose frames have not come out
+    int64_t m_lastTimeStamp = -1;
+    bool m_lastWasWhole = false;
     std::deque<FrameSlot> m_ready;
 };
 
