@@ -35,13 +35,13 @@ AboveScene::AboveScene(const View& view, const WaterTextures& water, RowPool& po
     , m_pool(pool)
     , m_hall(view)
     , m_edge(size_t(view.width))
-{
-}
+{}
 
 void AboveScene::draw(double swimTime, Canvas& canvas)
 {
     const auto camera = float(cameraPosition(swimTime));
-    const Instant now{swimTime, float(swimTime + 40), camera, m_hall.firstColumn(camera), float(headPosition(swimTime))};
+    const Instant now{swimTime, float(swimTime + 40), camera, m_hall.firstColumn(camera),
+                      float(headPosition(swimTime))};
     m_swimmer.draw(m_view, swimTime, SwimmerPicture::Light::hall, m_pool);
     m_splash.reset(m_view.width, m_view.height, 0);
     drawSpecks(m_splash, m_view, camera, splashAt(swimTime), m_pool);
@@ -104,18 +104,18 @@ void AboveScene::drawWaterRow(const Instant& now, int y, Colour* pixels, std::ve
 
     for (int x = 0; x < m_view.width; ++x) {
         const float u = u0 + float(x) * perPixel;
-        float slope = .60f * m_water.broadSlopes.at(u + t * .010f, v + t * .030f, broadLevel)
-            + .48f * m_water.middleSlopes.at(u * 2.3f - t * .026f, v * 2.3f + t * .042f, middleLevel)
-            + .34f * m_water.broadSlopes.at(.4f - u * 1.7f - t * .021f, v * 1.7f + t * .05f, middleLevel)
-            + fine * m_water.fineSlopes.at(u * 5.1f + t * .05f, v * 5.1f - t * .06f, fineLevel);
+        float slope = .60f * m_water.broadSlopes.at(u + t * .010f, v + t * .030f, broadLevel) +
+                      .48f * m_water.middleSlopes.at(u * 2.3f - t * .026f, v * 2.3f + t * .042f, middleLevel) +
+                      .34f * m_water.broadSlopes.at(.4f - u * 1.7f - t * .021f, v * 1.7f + t * .05f, middleLevel) +
+                      fine * m_water.fineSlopes.at(u * 5.1f + t * .05f, v * 5.1f - t * .06f, fineLevel);
         // Behind the swimmer the water is in uproar.
         const float behind = m_view.x(float(x), now.camera) - now.head;
         slope *= 1 + .75f * wakeRow * smooth(120, -140, behind) * smooth(-2600, -700, behind);
         slopes[size_t(x)] = slope;
 
         Colour deep = deepRow;
-        const float refractedU = u * 2.44f + slope * .012f;
-        const float refractedV = depth + slope * .03f;
+        const float refractedU = u * 2.44f + slope * .006f;
+        const float refractedV = depth + slope * .012f;
         const float net = m_water.caustics(refractedU * .42f, refractedV * .9f, t, broadLevel);
         deep += Colour::hex(0x5fd0e8) * (net * netSeen);
         const float line = 1 - smooth(.055f, .085f, std::abs(refractedV - .86f));
@@ -146,7 +146,8 @@ void AboveScene::drawRope(const Rope& rope, float lane, const Instant& now, int 
         const float along = now.camera + (float(x) - float(m_view.width) * .5f) * alongStep;
         const float centre = rope.centreAt(along, now.seconds);
         Rope::Sample sample = rope.at(along, rowY - centre, pixel * .9f, alongStep);
-        sample.alpha *= smooth(rope.radius * .75f + 1, rope.radius * .45f - 1, rowY - centre + slopes[size_t(x)] * 1.2f);
+        sample.alpha *=
+            smooth(rope.radius * .75f + 1, rope.radius * .45f - 1, rowY - centre + slopes[size_t(x)] * 1.2f);
         pixels[x] = mix(pixels[x], sample.colour, sample.alpha);
     }
 }
@@ -161,8 +162,10 @@ void AboveScene::drawRopeMirrored(const Instant& now, int y, Colour* pixels, con
         const float slope = slopes[size_t(x)];
         const float along = m_view.x(float(x), now.camera) + slope * 3;
         const float mirroredY = 2 * -4 - rowY + slope * 3.5f;
-        const Rope::Sample sample = kNearRope.at(along, mirroredY - kNearRope.centreAt(along, now.seconds), pixel * 2, pixel * 2);
-        pixels[x] = mix(pixels[x], sample.colour * .7f, sample.alpha * clamp01(.5f + .25f * slope) * .5f * smooth(34, 4, rowY));
+        const Rope::Sample sample =
+            kNearRope.at(along, mirroredY - kNearRope.centreAt(along, now.seconds), pixel * 2, pixel * 2);
+        pixels[x] =
+            mix(pixels[x], sample.colour * .7f, sample.alpha * clamp01(.5f + .25f * slope) * .5f * smooth(34, 4, rowY));
     }
 }
 
@@ -173,7 +176,7 @@ void AboveScene::drawSwimmerInWater(int y, Colour* pixels, const std::vector<flo
         return;
     const float k = m_view.pixelsPerUnit;
     const float mirrorSeen = smooth(6, 12, rowY) * smooth(230, 40, rowY) * .55f;
-    const float bodySeen = smooth(-2, 4, rowY) * smooth(260, 120, rowY) * .62f;
+    const float bodySeen = smooth(-2, 4, rowY) * smooth(190, 50, rowY) * .52f;
     const int from = std::max(0, m_swimmer.left() - 12);
     const int to = std::min(m_view.width, m_swimmer.right() + 12);
     for (int x = from; x < to; ++x) {
@@ -218,8 +221,10 @@ void AboveScene::drawFoam(const Instant& now, int y, Colour* pixels) const
             if (reach > 0) {
                 const float u = along / kUnitsPerMetre * .66f;
                 const float v = rowY * .009f;
-                const float torn = m_water.middle.at(u, v + .4f, 1) * .5f + m_water.fine.at(u * 2.5f, v * 2.5f + now.seconds * .01f, 1) * .5f;
-                pixels[x] = mix(pixels[x], Colour::hex(0xeaf6fb), std::clamp((torn - .20f) * 1.1f * reach * filmRow, 0.f, .75f));
+                const float torn = m_water.middle.at(u, v + .4f, 1) * .5f +
+                                   m_water.fine.at(u * 2.5f, v * 2.5f + now.seconds * .01f, 1) * .5f;
+                pixels[x] = mix(pixels[x], Colour::hex(0xeaf6fb),
+                                std::clamp((torn - .20f) * 1.1f * reach * filmRow, 0.f, .75f));
             }
         }
         const float wash = bell(rowY - m_edge[size_t(x)], 6) * smooth(90, 40, behind) * smooth(-960, -700, behind);

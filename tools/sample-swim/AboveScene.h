@@ -21,7 +21,8 @@ private:
     struct WaterRow;
     void drawHallRow(const Instant& now, int y, Colour* pixels) const;
     void drawWaterRow(const Instant& now, int y, Colour* pixels, std::vector<float>& slopes) const;
-    void drawRope(const Rope& rope, float lane, const Instant& now, int y, Colour* pixels, const std::vector<float>& slopes) const;
+    void drawRope(const Rope& rope, float lane, const Instant& now, int y, Colour* pixels,
+                  const std::vector<float>& slopes) const;
     void drawRopeMirrored(const Instant& now, int y, Colour* pixels, const std::vector<float>& slopes) const;
     void drawSwimmerInWater(int y, Colour* pixels, const std::vector<float>& slopes) const;
     void drawSwimmerInAir(int y, Colour* pixels) const;

@@ -14,8 +14,15 @@ constexpr float kFloorBegins = 255;
 /// The floor's row, below its horizon, that is as far away as the swimmer's lane.
 constexpr float kFloorLane = 331;
 
-const Rope kNearRope{-2, 15, 30, kRopeRed* Colour::hex(0x9fc4dd), {kRopeWhite * Colour::hex(0xa8d8ee), kRopeBlue* Colour::hex(0xa0d0f0)},
-                     4, .86f, 2, 1};
+const Rope kNearRope{-2,
+                     15,
+                     30,
+                     kRopeRed* Colour::hex(0x9fc4dd),
+                     {kRopeWhite * Colour::hex(0xa8d8ee), kRopeBlue* Colour::hex(0xa0d0f0)},
+                     4,
+                     .86f,
+                     2,
+                     1};
 
 }
 
@@ -30,8 +37,7 @@ BelowScene::BelowScene(const View& view, const WaterTextures& water, RowPool& po
     , m_water(water)
     , m_pool(pool)
     , m_edge(size_t(view.width))
-{
-}
+{}
 
 void BelowScene::draw(double swimTime, Canvas& canvas)
 {
@@ -103,18 +109,19 @@ void BelowScene::drawUndersideRow(const Instant& now, int y, Colour* pixels) con
     const int level = NoiseTexture::levelFor(step);
     const int finerLevel = NoiseTexture::levelFor(step * 2.1f);
     const Colour surface = mix(Colour::hex(0x0f6fae), Colour::hex(0x0a4f8c), smooth(30, 500, fromHorizon));
-    const float overhead = smooth(160, 620, fromHorizon) * .9f;
+    const float overhead = smooth(60, 560, fromHorizon);
     const float t = now.seconds;
     for (int x = 0; x < m_view.width; ++x) {
         const float u = u0 + float(x) * perPixel;
-        const float slope = .66f * m_water.broadSlopes.at(u + t * .03f, v + t * .045f, level)
-            + .50f * m_water.broadSlopes.at(.3f - u * 1.3f - t * .05f, v * 1.3f + t * .06f, level)
-            + .58f * m_water.middleSlopes.at(u * 2.1f + t * .04f, v * 2.1f - t * .09f, finerLevel);
-        const float swell = m_water.broad.at(u * .6f + t * .02f, v * .6f, level);
-        const float bright = smooth(-.35f, 1.5f, slope + swell * .55f + overhead);
-        Colour colour = mix(surface, Colour::hex(0xa8ecff), bright * .85f);
-        const float gleam = std::clamp(slope - 1.5f, 0.f, 2.f) * .22f;
-        colour += Colour{gleam, gleam, gleam};
+        const float slope = .72f * m_water.broadSlopes.at(u * .7f + t * .03f, v * .7f + t * .045f, level) +
+                            .50f * m_water.broadSlopes.at(.3f - u - t * .05f, v + t * .06f, level) +
+                            .40f * m_water.middleSlopes.at(u * 1.6f + t * .04f, v * 1.6f - t * .09f, finerLevel);
+        // Seen from below, most of the surface mirrors the blue; crests let the hall's light through, in a bright net.
+        const float net = m_water.caustics(u * .62f + slope * .006f, v * .62f + slope * .008f, t * 2, level);
+        const float window = smooth(.2f, 2.3f, slope + overhead * 1.5f);
+        Colour colour = surface * (1 + .20f * std::clamp(slope, -1.5f, 1.5f));
+        colour = mix(colour, Colour::hex(0x8fdcf6), window * .62f);
+        colour += Colour::hex(0xa8ecff) * (net * (.20f + .38f * window));
         pixels[x] = mix(colour, pixels[x], fog);
     }
 }
@@ -156,7 +163,8 @@ void BelowScene::drawRays(const Instant& now, int y, Colour* pixels, float stren
     for (int x = 0; x < m_view.width; ++x) {
         const float angle = ((float(x) - float(m_view.width) * .5f) / m_view.pixelsPerUnit - 290) * toSun;
         const float place = angle * 1.3f + now.camera * 4.2e-4f;
-        const float ray = .6f * m_water.broad.at(place, .3f + t * .028f) + .4f * m_water.middle.at(place * 1.7f, .6f - t * .034f);
+        const float ray =
+            .6f * m_water.broad.at(place, .3f + t * .028f) + .4f * m_water.middle.at(place * 1.7f, .6f - t * .034f);
         pixels[x] += Colour::hex(0x7fdcff) * (std::clamp(ray, 0.f, 2.f) * seen);
     }
 }
@@ -169,7 +177,8 @@ void BelowScene::drawRope(const Instant& now, int y, Colour* pixels) const
     const float pixel = 1 / m_view.pixelsPerUnit;
     for (int x = 0; x < m_view.width; ++x) {
         const float along = m_view.x(float(x), now.camera);
-        const Rope::Sample sample = kNearRope.at(along, rowY - kNearRope.centreAt(along, now.seconds), pixel * .9f, pixel);
+        const Rope::Sample sample =
+            kNearRope.at(along, rowY - kNearRope.centreAt(along, now.seconds), pixel * .9f, pixel);
         pixels[x] = mix(pixels[x], sample.colour, sample.alpha);
     }
 }
@@ -185,7 +194,8 @@ void BelowScene::drawSwimmerMirrored(const Instant& now, int y, Colour* pixels) 
     const int to = std::min(m_view.width, m_swimmer.right() + 16);
     for (int x = from; x < to; ++x) {
         const float along = m_view.x(float(x), now.camera) / kUnitsPerMetre;
-        const float slope = m_water.middleSlopes.at(along * .8f + now.seconds * .03f, rowY * .012f - now.seconds * .05f, 1);
+        const float slope =
+            m_water.middleSlopes.at(along * .8f + now.seconds * .03f, rowY * .012f - now.seconds * .05f, 1);
         const auto sample = m_swimmer.at(float(x) + slope * 5 * k, m_view.row(4 - rowY + slope * 4));
         const Colour tinted = sample.colour * Colour{.47f, .52f, .54f} + Colour::hex(0x1579b0) * .45f;
         pixels[x] = mix(pixels[x], tinted, sample.alpha * seen);
@@ -203,7 +213,7 @@ void BelowScene::drawSwimmer(const Instant& now, int y, Colour* pixels) const
     const float* const alpha = m_swimmer.alpha().row(own);
     const float* const upward = m_swimmer.upward().row(own);
     const Colour* const colour = m_swimmer.colour().row(own);
-    const float veil = smooth(3, 263, rowY) * .34f + .10f;
+    const float veil = smooth(3, 263, rowY) * .34f + .07f;
     for (int x = m_swimmer.left(); x < m_swimmer.right(); ++x) {
         const int i = x - m_swimmer.left();
         const float edge = m_edge[size_t(x)] + 3;
@@ -211,7 +221,7 @@ void BelowScene::drawSwimmer(const Instant& now, int y, Colour* pixels) const
         if (cover <= 0)
             continue;
         const float net = m_water.caustics(m_view.x(float(x), now.camera) / 620, rowY / 480, now.seconds * 1.3f, 0);
-        Colour body = colour[i] * Colour{.91f, .99f, 1.03f} + Colour{.30f, .40f, .40f} * (net * upward[i] * .95f);
+        Colour body = colour[i] * Colour{1.02f, 1, .98f} + Colour{.30f, .40f, .40f} * (net * upward[i] * .95f);
         body = mix(body, Colour::hex(0x0d6aa6), veil);
         pixels[x] = mix(pixels[x], body, cover);
     }
@@ -237,7 +247,8 @@ void BelowScene::drawDust(const Instant& now, Canvas& canvas) const
         const float drift = dice.roll() * span - now.camera * nearness + dice.around(6) * now.seconds;
         const float x = (drift / span - std::floor(drift / span) - .5f) * span;
         const float bottom = m_view.y(float(m_view.height));
-        const float y = 30 + dice.roll() * (bottom - 30) + 8 * std::sin(now.seconds * dice.between(.3f, .9f) + dice.roll() * 6);
+        const float y =
+            30 + dice.roll() * (bottom - 30) + 8 * std::sin(now.seconds * dice.between(.3f, .9f) + dice.roll() * 6);
         const float radius = std::max(.7f, dice.between(.8f, 1.8f) * nearness * m_view.pixelsPerUnit);
         const int cx = int(x * m_view.pixelsPerUnit + float(m_view.width) * .5f);
         const int cy = int(m_view.row(y));

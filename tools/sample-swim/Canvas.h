@@ -25,17 +25,29 @@ struct Colour {
 
 inline constexpr Colour kWhite{1, 1, 1};
 
-constexpr float clamp01(float x) { return std::clamp(x, 0.f, 1.f); }
+constexpr float clamp01(float x)
+{
+    return std::clamp(x, 0.f, 1.f);
+}
 /// Lays `over` on `under`, which shows through by 1 - alpha.
-constexpr Colour mix(Colour under, Colour over, float alpha) { return under + (over - under) * alpha; }
-constexpr float mix(float a, float b, float t) { return a + (b - a) * t; }
+constexpr Colour mix(Colour under, Colour over, float alpha)
+{
+    return under + (over - under) * alpha;
+}
+constexpr float mix(float a, float b, float t)
+{
+    return a + (b - a) * t;
+}
 /// 0 at `from` and before, 1 at `to` and beyond, smooth between; `from` may be the larger one.
 constexpr float smooth(float from, float to, float x)
 {
     const float t = clamp01((x - from) / (to - from));
     return t * t * (3 - 2 * t);
 }
-constexpr float square(float x) { return x * x; }
+constexpr float square(float x)
+{
+    return x * x;
+}
 /// Nearly exp(-(x / width)^2), but 0 from two widths on, and far cheaper.
 constexpr float bell(float x, float width)
 {
@@ -47,7 +59,10 @@ inline int floorInt(float x)
     const int i = int(x);
     return i - (x < float(i) ? 1 : 0);
 }
-inline float fraction(float x) { return x - float(floorInt(x)); }
+inline float fraction(float x)
+{
+    return x - float(floorInt(x));
+}
 
 /// A rectangle of values, row by row from the top.
 template <typename T>
@@ -58,8 +73,7 @@ public:
         : m_width(width)
         , m_height(height)
         , m_values(size_t(width) * size_t(height), value)
-    {
-    }
+    {}
     int width() const { return m_width; }
     int height() const { return m_height; }
     T* row(int y) { return m_values.data() + size_t(y) * size_t(m_width); }

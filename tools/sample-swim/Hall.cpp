@@ -21,14 +21,14 @@ public:
         : m_canvas(canvas)
         , m_view(view)
         , m_columnsPerUnit(float(canvas.width()) / kPeriod)
-    {
-    }
+    {}
 
     /// Lays `colour` where `cover(x, y)` is above 0, between the two heights.
     template <typename Cover>
     void fill(float fromY, float toY, Colour colour, Cover cover)
     {
-        paint(0, kPeriod, fromY, toY, [&](Colour& pixel, float x, float y) { pixel = mix(pixel, colour, clamp01(cover(x, y))); });
+        paint(0, kPeriod, fromY, toY,
+              [&](Colour& pixel, float x, float y) { pixel = mix(pixel, colour, clamp01(cover(x, y))); });
     }
     void band(float fromY, float toY, Colour colour, float alpha = 1)
     {
@@ -49,7 +49,8 @@ public:
     void box(float cx, float cy, float rx, float ry, Colour colour, float alpha)
     {
         paint(cx - rx - 6, cx + rx + 6, cy - ry - 6, cy + ry + 6, [&](Colour& pixel, float x, float y) {
-            pixel = mix(pixel, colour, alpha * smooth(rx + 4, rx - 4, std::abs(x - cx)) * smooth(ry + 4, ry - 4, std::abs(y - cy)));
+            pixel = mix(pixel, colour,
+                        alpha * smooth(rx + 4, rx - 4, std::abs(x - cx)) * smooth(ry + 4, ry - 4, std::abs(y - cy)));
         });
     }
     template <typename Set>
@@ -106,11 +107,11 @@ void paintWindows(Painter& painter)
         const float off = std::abs(windowOffset(x));
         const float glass = smooth(0, 10, 110 - off) * smooth(-296, -284, y) * smooth(-168, -180, y) * .92f;
         // Sky, and dark trees at the bottom of the panes.
-        const float trees = smooth(-214, -180, y + 9 * std::sin(x / 23) + 6 * std::sin(x / 9));
+        const float trees = smooth(-206, -176, y + 9 * std::sin(x / 23) + 6 * std::sin(x / 9));
         Colour sky = mix(Colour::hex(0xe9f6ff), Colour::hex(0xa9d4ee), (y + 298) / 130);
         sky = mix(sky, Colour::hex(0x86b2bd), trees * .55f);
         pixel = mix(pixel, sky, glass);
-        pixel = mix(pixel, Colour::hex(0x203448), glass * .75f * smooth(4, 2, std::min(off, std::abs(off - 56) + 1.5f)));
+        pixel = mix(pixel, Colour::hex(0x203448), glass * .75f * smooth(4.5f, 2, off));
         pixel = mix(pixel, Colour::hex(0x203448), glass * .65f * smooth(4, 1.5f, std::abs(y + 234)));
     });
 }
@@ -118,8 +119,8 @@ void paintWindows(Painter& painter)
 void paintStands(Painter& painter)
 {
     painter.band(-148, -68, Colour::hex(0x182a3d));
-    constexpr std::array kClothes{Colour::hex(0xc9b8a6), Colour::hex(0x39546f), Colour::hex(0x8f3b36), Colour::hex(0xd8dde2),
-                                  Colour::hex(0x2b6f8f), Colour::hex(0xc2a45a)};
+    constexpr std::array kClothes{Colour::hex(0xc9b8a6), Colour::hex(0x39546f), Colour::hex(0x8f3b36),
+                                  Colour::hex(0xd8dde2), Colour::hex(0x2b6f8f), Colour::hex(0xc2a45a)};
     Dice dice(3, 1);
     for (int i = 0; i < 640; ++i) {
         const float x = dice.between(0, kPeriod);
@@ -127,7 +128,8 @@ void paintStands(Painter& painter)
         const float radius = dice.between(5, 9);
         const Colour clothes = kClothes[size_t(dice.roll() * float(kClothes.size()))];
         painter.blob(x, y, radius, radius, clothes * dice.between(.55f, .98f), .8f);
-        painter.blob(x, y - radius * 1.15f, radius * .45f, radius * .5f, Colour::hex(0xb58c74) * dice.between(.6f, 1), .8f);
+        painter.blob(x, y - radius * 1.15f, radius * .45f, radius * .5f, Colour::hex(0xb58c74) * dice.between(.6f, 1),
+                     .8f);
     }
     painter.band(-71, -66, Colour::hex(0x6f93aa), .6f);
 }
@@ -144,11 +146,11 @@ void paintDeck(Painter& painter)
         float x;
         Colour shirt;
     };
-    constexpr std::array kOfficials{
-        Official{240, Colour::hex(0xe8ecef)},  Official{705, Colour::hex(0xb83a34)},  Official{1510, Colour::hex(0xe8ecef)},
-        Official{1590, Colour::hex(0x24496b)}, Official{1760, Colour::hex(0xd7b24a)}, Official{2190, Colour::hex(0xe8ecef)},
-        Official{2560, Colour::hex(0x2d6d4f)}, Official{2655, Colour::hex(0xe8ecef)}, Official{3130, Colour::hex(0xb83a34)},
-        Official{3420, Colour::hex(0x24496b)}};
+    constexpr std::array kOfficials{Official{240, Colour::hex(0xe8ecef)},  Official{705, Colour::hex(0xb83a34)},
+                                    Official{1510, Colour::hex(0xe8ecef)}, Official{1590, Colour::hex(0x24496b)},
+                                    Official{1760, Colour::hex(0xd7b24a)}, Official{2190, Colour::hex(0xe8ecef)},
+                                    Official{2560, Colour::hex(0x2d6d4f)}, Official{2655, Colour::hex(0xe8ecef)},
+                                    Official{3130, Colour::hex(0xb83a34)}, Official{3420, Colour::hex(0x24496b)}};
     for (const Official& official : kOfficials) {
         painter.box(official.x - 5, -22, 4, 20, Colour::hex(0x1c2633), .95f);
         painter.box(official.x + 6, -22, 4, 20, Colour::hex(0x1c2633), .95f);
@@ -169,7 +171,7 @@ Hall::Hall(const View& view)
     paintWindows(painter);
     paintStands(painter);
     paintDeck(painter);
-    const float defocus = 3.7f * view.pixelsPerUnit;
+    const float defocus = 4.4f * view.pixelsPerUnit;
     blurWrapped(m_sharp, defocus, defocus);
     m_mirrored = m_sharp;
     blurWrapped(m_mirrored, 4 * view.pixelsPerUnit, 7 * view.pixelsPerUnit);

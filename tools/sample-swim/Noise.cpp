@@ -144,7 +144,6 @@ WaterTextures::WaterTextures()
     , fineSlopes(fine.slopes(.020f, .020f))
     , lensA(NoiseTexture::powerLaw(4, 2.2f, 6, 60))
     , lensB(NoiseTexture::powerLaw(5, 2.2f, 6, 60))
-{
-}
+{}
 
 }

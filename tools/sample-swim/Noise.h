@@ -19,7 +19,9 @@ constexpr uint32_t hashed(uint32_t a, uint32_t b = 0, uint32_t c = 0)
 /// A row of random numbers that belongs to its key.
 class Dice {
 public:
-    explicit constexpr Dice(uint32_t a, uint32_t b = 0, uint32_t c = 0) : m_state(hashed(a, b, c)) {}
+    explicit constexpr Dice(uint32_t a, uint32_t b = 0, uint32_t c = 0)
+        : m_state(hashed(a, b, c))
+    {}
     /// 0 to below 1.
     constexpr float roll()
     {
@@ -72,17 +74,17 @@ private:
 /// The textures that all water is made of.
 struct WaterTextures {
     WaterTextures();
-    NoiseTexture broad, middle, fine;             ///< heights of waves, from long to short
+    NoiseTexture broad, middle, fine; ///< heights of waves, from long to short
     NoiseTexture broadSlopes, middleSlopes, fineSlopes;
-    NoiseTexture lensA, lensB;                    ///< their zero lines are where waves focus the light
+    NoiseTexture lensA, lensB; ///< their zero lines are where waves focus the light
 
     /// Bright net of light at (u, v), drifting with the seconds; about 0.1 on average.
     float caustics(float u, float v, float seconds, int level = 0) const
     {
         const float t = seconds;
         const float a = lensA.at(u + t * .021f, v + t * .013f, level) + lensB.at(u - t * .017f, v - t * .024f, level);
-        const float b = lensB.at(u * 1.2f - t * .027f, v * 1.2f + t * .019f + .37f, level)
-            + lensA.at(u * 1.2f + t * .015f + .41f, v * 1.2f - t * .023f, level);
+        const float b = lensB.at(u * 1.2f - t * .027f, v * 1.2f + t * .019f + .37f, level) +
+                        lensA.at(u * 1.2f + t * .015f + .41f, v * 1.2f - t * .023f, level);
         const float first = std::max(0.f, 1 - std::abs(a) * 1.5f);
         const float second = std::max(0.f, 1 - std::abs(b) * 1.8f);
         return first * first * first + second * second * second * .8f;

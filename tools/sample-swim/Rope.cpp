@@ -5,7 +5,8 @@ namespace zumeta::swim {
 
 float Rope::centreAt(float x, float seconds) const
 {
-    return y + swing * std::sin(x / 170 + seed - 1.9f * seconds) + swing * .6f * std::sin(x / 61 + seed * 2 + 2.6f * seconds);
+    return y + swing * std::sin(x / 170 + seed - 1.9f * seconds) +
+           swing * .6f * std::sin(x / 61 + seed * 2 + 2.6f * seconds);
 }
 
 Rope::Sample Rope::at(float x, float fromCentre, float pixel, float pixelAlong) const
@@ -23,8 +24,8 @@ Rope::Sample Rope::at(float x, float fromCentre, float pixel, float pixelAlong) 
 
     const Colour colour = index < 0 ? before : after[size_t((index / group) % 2)];
     const float rim = std::abs(v) * v * v;
-    const float lit = std::clamp(.98f - .55f * v - .25f * std::abs(rim) + .25f * bell(v + .5f, .16f), .18f, 1.35f)
-        * (1 - .22f * smooth(7, 0, fromEnd));
+    const float lit = std::clamp(.98f - .55f * v - .25f * std::abs(rim) + .25f * bell(v + .5f, .16f), .18f, 1.35f) *
+                      (1 - .22f * smooth(7, 0, fromEnd));
     const Colour lineColour{.25f, .27f, .30f};
     Sample sample;
     sample.alpha = std::max(across * along, line);

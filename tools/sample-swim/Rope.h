@@ -13,8 +13,8 @@ inline constexpr Colour kRopeYellow = Colour::hex(0xffc928);
 
 /// A lane rope: floats on a line, of one colour up to the mark at x = 0 and in alternating groups from there on.
 struct Rope {
-    float y = 0;           ///< middle of the floats as it is seen, in units
-    float radius = 15;     ///< as it is seen, in units
+    float y = 0;            ///< middle of the floats as it is seen, in units
+    float radius = 15;      ///< as it is seen, in units
     float floatLength = 30; ///< along the rope, in units of the rope's own lane
     Colour before;
     std::array<Colour, 2> after;

@@ -23,18 +23,12 @@ struct ArmKey {
 // Entry, glide, catch with a high elbow, pull under the body, push to the hip, exit, and the relaxed way back over
 // the water with the elbow as the highest point.
 constexpr std::array kArmKeys{
-    ArmKey{.00f, {.93f, .02f, .12f}, {.95f, -.28f, -.05f}},
-    ArmKey{.10f, {.98f, -.16f, .06f}, {.99f, -.12f, -.04f}},
-    ArmKey{.28f, {.98f, -.20f, .08f}, {1.0f, -.02f, .00f}},
-    ArmKey{.36f, {.93f, -.30f, .20f}, {.80f, -.58f, -.02f}},
-    ArmKey{.44f, {.70f, -.62f, .35f}, {.30f, -.95f, -.10f}},
-    ArmKey{.51f, {.10f, -.90f, .42f}, {-.10f, -.97f, -.24f}},
-    ArmKey{.57f, {-.58f, -.72f, .38f}, {-.42f, -.88f, -.20f}},
-    ArmKey{.63f, {-.93f, -.20f, .26f}, {-.90f, -.42f, .00f}},
-    ArmKey{.69f, {-.88f, .42f, .30f}, {-.86f, -.30f, .22f}},
-    ArmKey{.76f, {-.48f, .84f, .36f}, {-.30f, -.72f, .45f}},
-    ArmKey{.83f, {-.06f, .96f, .34f}, {.46f, -.74f, .36f}},
-    ArmKey{.90f, {.24f, .93f, .28f}, {.87f, -.46f, .20f}},
+    ArmKey{.00f, {.93f, .02f, .12f}, {.95f, -.28f, -.05f}},    ArmKey{.10f, {.98f, -.16f, .06f}, {.99f, -.12f, -.04f}},
+    ArmKey{.28f, {.98f, -.20f, .08f}, {1.0f, -.02f, .00f}},    ArmKey{.36f, {.93f, -.30f, .20f}, {.80f, -.58f, -.02f}},
+    ArmKey{.44f, {.74f, -.42f, .48f}, {.28f, -.95f, -.18f}},   ArmKey{.51f, {.18f, -.62f, .70f}, {-.14f, -.95f, -.34f}},
+    ArmKey{.57f, {-.56f, -.52f, .54f}, {-.46f, -.87f, -.26f}}, ArmKey{.63f, {-.93f, -.20f, .26f}, {-.90f, -.42f, .00f}},
+    ArmKey{.69f, {-.88f, .42f, .30f}, {-.86f, -.30f, .22f}},   ArmKey{.76f, {-.48f, .84f, .36f}, {-.30f, -.72f, .45f}},
+    ArmKey{.83f, {-.06f, .96f, .34f}, {.46f, -.74f, .36f}},    ArmKey{.90f, {.24f, .93f, .28f}, {.87f, -.46f, .20f}},
     ArmKey{.95f, {.62f, .66f, .20f}, {.90f, -.44f, .06f}},
 };
 
@@ -70,7 +64,7 @@ ArmKey armDirections(float phase)
         if (k > 1 && index[k] < i)
             at[k] += 1;
     }
-    const auto blend = [&](Point ArmKey::* part) {
+    const auto blend = [&](Point ArmKey::*part) {
         return unit(throughKeys(kArmKeys[index[0]].*part, kArmKeys[index[1]].*part, kArmKeys[index[2]].*part,
                                 kArmKeys[index[3]].*part, at, phase));
     };
@@ -81,7 +75,9 @@ ArmKey armDirections(float phase)
 Arm armAt(float phase, Point shoulder, float side)
 {
     const ArmKey directions = armDirections(phase);
-    const auto along = [side](Point d, float length) { return Point{d.x * length, -d.y * length, d.z * length * side}; };
+    const auto along = [side](Point d, float length) {
+        return Point{d.x * length, -d.y * length, d.z * length * side};
+    };
     Arm arm;
     arm.shoulder = shoulder;
     arm.elbow = arm.shoulder + along(directions.upper, kUpperArm);
@@ -98,9 +94,9 @@ Arm armAt(float phase, Point shoulder, float side)
 /// A six-beat kick: a wave that runs down the leg, wider and later with every joint.
 Leg legAt(float kick, Point hip, float side)
 {
-    const float thigh = .10f + .17f * std::sin(kick);
-    const float shank = thigh + std::min(.03f, -.19f + .30f * std::sin(kick - 1.15f));
-    const float foot = shank - .12f + .34f * std::sin(kick - 2.1f);
+    const float thigh = .13f + .15f * std::sin(kick);
+    const float shank = thigh + std::min(.03f, -.13f + .24f * std::sin(kick - 1.15f));
+    const float foot = shank - .02f + .30f * std::sin(kick - 2.1f);
     const auto along = [side](float angle, float length) {
         return Point{-std::cos(angle) * length, std::sin(angle) * length, side * length * .02f};
     };
@@ -146,9 +142,7 @@ Skeleton skeletonAt(double swimTime)
     s.farArm = armAt(farPhase, shoulder(farPhase, -1), -1);
 
     const float kick = 3 * turn;
-    const auto hip = [&](float side) {
-        return s.pelvis + Point{-4, 2 - side * 22 * lift * .6f, side * 30};
-    };
+    const auto hip = [&](float side) { return s.pelvis + Point{-4, 2 - side * 22 * lift * .6f, side * 30}; };
     s.nearLeg = legAt(kick + .4f, hip(1), 1);
     s.farLeg = legAt(kick + .4f + kPi, hip(-1), -1);
     return s;
@@ -157,8 +151,8 @@ Skeleton skeletonAt(double swimTime)
 float waterHeight(float x, double swimTime)
 {
     const auto t = float(std::fmod(swimTime, 1e4));
-    float height = 2.3f * std::sin(x / 168 - 2.2f * t) + 1.7f * std::sin(x / 67 + 2.9f * t + 1)
-        + 1.1f * std::sin(x / 29 - 5.1f * t + 2);
+    float height = 2.3f * std::sin(x / 168 - 2.2f * t) + 1.7f * std::sin(x / 67 + 2.9f * t + 1) +
+                   1.1f * std::sin(x / 29 - 5.1f * t + 2);
     // The head pushes a wave before it and leaves a trough along the back.
     const float fromHead = x - float(headPosition(swimTime));
     const auto hump = [fromHead](float centre, float width) {

@@ -26,8 +26,8 @@ struct Skeleton {
     Point neck, chest, waist, pelvis;
     Arm nearArm, farArm;
     Leg nearLeg, farLeg;
-    float roll = 0;       ///< radians; above 0 lifts the shoulder that is nearer to the cameras
-    float headTurn = 0;   ///< 0 face down, 1 turned toward the cameras to breathe
+    float roll = 0;     ///< radians; above 0 lifts the shoulder that is nearer to the cameras
+    float headTurn = 0; ///< 0 face down, 1 turned toward the cameras to breathe
 };
 
 inline constexpr float kUpperArm = 168;

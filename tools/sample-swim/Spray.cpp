@@ -81,7 +81,7 @@ void addHandSplash(std::vector<Speck>& out, const Birth& birth, float side)
     Dice dice(birth.number, side > 0 ? nearHand : farHand, 1);
     const Arm& arm = birth.arm(side);
     const float shadow = side > 0 ? 1 : .7f;
-    for (int i = count(dice, 26 * strength); i > 0; --i) {
+    for (int i = count(dice, 44 * strength); i > 0; --i) {
         const float part = dice.roll();
         const Point from{mix(arm.wrist.x, arm.fingertips.x + 20, part) + dice.around(12), 0, 0};
         const float power = dice.roll();
@@ -89,7 +89,7 @@ void addHandSplash(std::vector<Speck>& out, const Birth& birth, float side)
         const float size = dice.roll();
         addFlight(out, dice, from, birth.age, speed, .8f + 3.1f * size * size * size, dice.between(.45f, .9f) * shadow);
     }
-    for (int i = count(dice, 20 * strength); i > 0; --i) {
+    for (int i = count(dice, 42 * strength); i > 0; --i) {
         const float life = dice.between(.35f, 1.f);
         const float q = dice.roll();
         const float x = mix(arm.wrist.x - 30, arm.fingertips.x + 16, dice.roll()) + dice.around(22 + 50 * birth.age);
@@ -106,17 +106,18 @@ void addKickSplash(std::vector<Speck>& out, const Birth& birth, float side)
     Dice dice(birth.number, side > 0 ? nearFoot : farFoot, 2);
     const Leg& leg = birth.leg(side);
     const float shadow = side > 0 ? 1 : .8f;
-    for (int i = count(dice, 12 * strength); i > 0; --i) {
+    for (int i = count(dice, 17 * strength); i > 0; --i) {
         const Point from{mix(leg.ankle.x, leg.toes.x, dice.roll()) + dice.around(26), 0, 0};
         const float power = dice.roll();
         const Point speed{dice.around(210) + 170, -(110 + 980 * power * power), 0};
         const float size = dice.roll();
         addFlight(out, dice, from, birth.age, speed, .8f + 3.9f * size * size * size, dice.between(.4f, .85f) * shadow);
     }
-    for (int i = count(dice, 2.5f + 10 * strength); i > 0; --i) {
+    for (int i = count(dice, 5 + 19 * strength); i > 0; --i) {
         const float life = dice.between(.4f, 1.3f);
         const float q = dice.roll();
-        const float x = mix(leg.knee.x - 60, leg.toes.x - 30, dice.roll()) + 150 * birth.age + dice.around(30 + 60 * birth.age);
+        const float x =
+            mix(leg.knee.x - 60, leg.toes.x - 30, dice.roll()) + 150 * birth.age + dice.around(30 + 60 * birth.age);
         const float heap = 44 * dice.roll() * dice.roll() * strength * smooth(.3f, 0, birth.age);
         const float y = dice.around(6) - heap;
         if (birth.age < life)
@@ -130,26 +131,29 @@ void addBodyFoam(std::vector<Speck>& out, const Birth& birth)
 {
     Dice dice(birth.number, head, 3);
     const Point skull = birth.skeleton.head;
-    for (int i = count(dice, 5); i > 0; --i) {
+    for (int i = count(dice, 13); i > 0; --i) {
         const float life = dice.between(.15f, .55f);
         const float q = dice.roll();
-        const float x = skull.x + 58 + dice.around(16) + 330 * birth.age + dice.around(60 * birth.age);
+        const float x = skull.x + 60 + dice.around(18) + 560 * birth.age + dice.around(60 * birth.age);
         const float y = -4 + dice.around(6);
         if (birth.age < life)
-            out.push_back({x, y, 1.3f + 6 * q * q * q, dice.between(.3f, .65f) * fade(birth.age, life), dice.between(.7f, 1.8f)});
+            out.push_back({x, y, 1.4f + 7.5f * q * q * q, dice.between(.35f, .75f) * fade(birth.age, life),
+                           dice.between(.7f, 1.8f)});
     }
-    for (int i = count(dice, 2); i > 0; --i) {
+    for (int i = count(dice, 5); i > 0; --i) {
         const float power = dice.roll();
         addFlight(out, dice, {skull.x + 52 + dice.around(14), 0, 0}, birth.age,
-                  {dice.around(150) + 560, -(80 + 420 * power * power), 0}, .7f + 1.8f * dice.roll() * dice.roll(), .6f);
+                  {dice.around(150) + 560, -(80 + 420 * power * power), 0}, .7f + 1.8f * dice.roll() * dice.roll(),
+                  .6f);
     }
-    for (int i = count(dice, 4); i > 0; --i) {
+    for (int i = count(dice, 24); i > 0; --i) {
         const float life = dice.between(.3f, .9f);
         const float q = dice.roll();
         const float x = skull.x - 30 - 420 * dice.roll() + 260 * birth.age;
         const float y = 4 + dice.around(5);
         if (birth.age < life)
-            out.push_back({x, y, 1.2f + 6.5f * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life), dice.between(.8f, 2.2f)});
+            out.push_back({x, y, 1.2f + 6.5f * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life),
+                           dice.between(.8f, 2.2f)});
     }
 }
 
@@ -164,9 +168,9 @@ void addDrips(std::vector<Speck>& out, const Birth& birth, float side)
     const float wet = smooth(1.02f, .62f, phase);
     for (int i = count(dice, 5.5f * wet); i > 0; --i) {
         const float along = dice.roll();
-        const Point from = along < .35f ? arm.shoulder + (arm.elbow - arm.shoulder) * (along / .35f)
-            : along < .75f              ? arm.elbow + (arm.wrist - arm.elbow) * ((along - .35f) / .4f)
-                                        : arm.wrist + (arm.fingertips - arm.wrist) * ((along - .75f) / .25f);
+        const Point from = along < .35f   ? arm.shoulder + (arm.elbow - arm.shoulder) * (along / .35f)
+                           : along < .75f ? arm.elbow + (arm.wrist - arm.elbow) * ((along - .35f) / .4f)
+                                          : arm.wrist + (arm.fingertips - arm.wrist) * ((along - .75f) / .25f);
         const float size = dice.roll();
         addFlight(out, dice, from + Point{dice.around(5), 16, 0}, birth.age,
                   {700 + 500 * along + dice.around(60), -40 - 130 * dice.roll(), 0}, .7f + 1.7f * size * size,
@@ -182,7 +186,8 @@ Point risen(Point from, float age, Point push, float rise, float wobble)
     return {from.x + push.x * slowed + wobble * std::sin(age * 11 + from.x), from.y + push.y * slowed - lifted, 0};
 }
 
-void addBubble(std::vector<Bubble>& out, Dice& dice, Point from, float age, Point push, float size, float life, bool inFront)
+void addBubble(std::vector<Bubble>& out, Dice& dice, Point from, float age, Point push, float size, float life,
+               bool inFront)
 {
     const float rise = 60 + 26 * size + dice.between(0, 60);
     const float alpha = dice.between(.35f, 1.f);
@@ -203,14 +208,15 @@ void addHandFroth(std::vector<Speck>& out, const Birth& birth, float side)
     const float strength = phase > .5f ? entryStrength(phase) : smooth(.30f, .0f, phase);
     Dice dice(birth.number, side > 0 ? nearHand : farHand, 6);
     const Arm& arm = birth.arm(side);
-    for (int i = count(dice, 9 * strength * strength); i > 0; --i) {
+    for (int i = count(dice, 20 * strength * strength); i > 0; --i) {
         const float life = dice.between(.25f, .9f);
         const float q = dice.roll();
         const Point from{mix(arm.wrist.x - 40, arm.fingertips.x, dice.roll()), std::max(4.f, arm.wrist.y * .6f), 0};
-        const Point at = risen(from + Point{0, dice.around(9), 0}, birth.age, {dice.around(180) + 260, dice.between(-20, 210), 0},
-                               dice.between(25, 80), 2);
+        const Point at = risen(from + Point{0, dice.around(9), 0}, birth.age,
+                               {dice.around(180) + 260, dice.between(-20, 210), 0}, dice.between(25, 80), 2);
         if (birth.age < life && at.y > -8)
-            out.push_back({at.x, at.y, 1.2f + 7.8f * q * q * q, dice.between(.25f, .5f) * fade(birth.age, life), dice.between(.7f, 1.5f)});
+            out.push_back({at.x, at.y, 1.2f + 7.8f * q * q * q, dice.between(.25f, .5f) * fade(birth.age, life),
+                           dice.between(.7f, 1.5f)});
     }
 }
 
@@ -219,13 +225,15 @@ void addKickFroth(std::vector<Speck>& out, const Birth& birth, float side)
     const float strength = footStrength(birth.leg(side));
     Dice dice(birth.number, side > 0 ? nearFoot : farFoot, 7);
     const Leg& leg = birth.leg(side);
-    for (int i = count(dice, 3 + 11 * strength); i > 0; --i) {
+    for (int i = count(dice, 6 + 19 * strength); i > 0; --i) {
         const float life = dice.between(.3f, 1.3f);
         const float q = dice.roll();
         const Point from{mix(leg.knee.x - 40, leg.toes.x, dice.roll()), 8 + dice.roll() * leg.toes.y * .5f, 0};
-        const Point at = risen(from, birth.age, {dice.around(260) + 350, dice.between(0, 420), 0}, dice.between(20, 90), 3);
+        const Point at =
+            risen(from, birth.age, {dice.around(260) + 350, dice.between(0, 420), 0}, dice.between(20, 90), 3);
         if (birth.age < life && at.y > -8)
-            out.push_back({at.x, at.y, 1.3f + 9.5f * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life), dice.between(.6f, 1.5f)});
+            out.push_back({at.x, at.y, 1.3f + 9.5f * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life),
+                           dice.between(.6f, 1.5f)});
     }
 }
 
@@ -233,15 +241,18 @@ void addBodyFroth(std::vector<Speck>& out, const Birth& birth)
 {
     Dice dice(birth.number, body, 8);
     const Point skull = birth.skeleton.head;
-    for (int i = count(dice, 10); i > 0; --i) {
+    for (int i = count(dice, 24); i > 0; --i) {
         const float life = dice.between(.2f, .7f);
         const float q = dice.roll();
         const bool atHead = dice.roll() < .62f;
-        const Point from{atHead ? skull.x + 30 + dice.around(26) : skull.x - 380 * dice.roll(), 8 + dice.roll() * (atHead ? 26.f : 6.f), 0};
-        const Point at = risen(from, birth.age, {650 + dice.around(160), dice.between(-40, 260) * (atHead ? 1.f : .2f), 0},
-                               dice.between(20, 70), 2);
+        const Point from{atHead ? skull.x + 30 + dice.around(26) : skull.x - 380 * dice.roll(),
+                         8 + dice.roll() * (atHead ? 26.f : 6.f), 0};
+        const Point at =
+            risen(from, birth.age, {650 + dice.around(160), dice.between(-40, 260) * (atHead ? 1.f : .2f), 0},
+                  dice.between(20, 70), 2);
         if (birth.age < life && at.y > -8)
-            out.push_back({at.x, at.y, 1.2f + 7 * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life), dice.between(.8f, 1.8f)});
+            out.push_back({at.x, at.y, 1.2f + 7 * q * q * q, dice.between(.2f, .5f) * fade(birth.age, life),
+                           dice.between(.8f, 1.8f)});
     }
 }
 
@@ -287,34 +298,37 @@ std::vector<Bubble> bubblesAt(double swimTime)
             const float phase = birth.armPhase(side);
             const Arm& arm = birth.arm(side);
             const float strength = phase > .5f ? entryStrength(phase) : smooth(.5f, .0f, phase);
-            for (int i = count(dice, 4.5f * strength); i > 0; --i) {
+            for (int i = count(dice, 8 * strength); i > 0; --i) {
                 const float size = sizeOf(dice, 6);
-                const Point from{mix(arm.wrist.x, arm.fingertips.x, dice.roll()), std::max(6.f, arm.wrist.y) + dice.around(8), 0};
+                const Point from{mix(arm.wrist.x, arm.fingertips.x, dice.roll()),
+                                 std::max(6.f, arm.wrist.y) + dice.around(8), 0};
                 addBubble(bubbles, dice, from, birth.age, {dice.around(240) + 180, dice.between(0, 520), 0}, size,
                           dice.between(.5f, 1.9f), side > 0);
             }
             const Leg& leg = birth.leg(side);
             Dice footDice(birth.number, side > 0 ? nearFoot : farFoot, 10);
-            for (int i = count(footDice, .6f + 2.6f * footStrength(leg)); i > 0; --i) {
+            for (int i = count(footDice, 1 + 4 * footStrength(leg)); i > 0; --i) {
                 const float size = sizeOf(footDice, 8);
-                const Point from{mix(leg.ankle.x, leg.toes.x, footDice.roll()), 10 + footDice.roll() * leg.toes.y * .7f, 0};
-                addBubble(bubbles, footDice, from, birth.age, {footDice.around(260) + 260, footDice.between(0, 760), 0}, size,
-                          footDice.between(.6f, 1.9f), side > 0);
+                const Point from{mix(leg.ankle.x, leg.toes.x, footDice.roll()), 10 + footDice.roll() * leg.toes.y * .7f,
+                                 0};
+                addBubble(bubbles, footDice, from, birth.age, {footDice.around(260) + 260, footDice.between(0, 760), 0},
+                          size, footDice.between(.6f, 1.9f), side > 0);
             }
         }
         // Breathing out: strong just before the head turns to the air.
         Dice dice(birth.number, mouth, 11);
         const Point skull = birth.skeleton.head;
         const float breath = birth.skeleton.headTurn > .15f ? 0 : .7f + 1.1f * smooth(.45f, .8f, birth.phase);
-        for (int i = count(dice, 2.2f * breath); i > 0; --i) {
+        for (int i = count(dice, 4 * breath); i > 0; --i) {
             const float size = sizeOf(dice, 8);
             addBubble(bubbles, dice, skull + Point{36 + dice.around(8), 58 + dice.around(7), 0}, birth.age,
-                      {dice.around(150) + 420, dice.between(0, 420), 0}, size, dice.between(.5f, 1.6f), dice.roll() < .8f);
+                      {dice.around(150) + 420, dice.between(0, 420), 0}, size, dice.between(.5f, 1.6f),
+                      dice.roll() < .8f);
         }
         Dice trunkDice(birth.number, trunk, 12);
-        for (int i = count(trunkDice, .5f); i > 0; --i)
-            addBubble(bubbles, trunkDice, {skull.x - 150 - 250 * trunkDice.roll(), 40 + 50 * trunkDice.roll(), 0}, birth.age,
-                      {500, 60, 0}, sizeOf(trunkDice, 5), 1.2f, true);
+        for (int i = count(trunkDice, .8f); i > 0; --i)
+            addBubble(bubbles, trunkDice, {skull.x - 150 - 250 * trunkDice.roll(), 40 + 50 * trunkDice.roll(), 0},
+                      birth.age, {500, 60, 0}, sizeOf(trunkDice, 5), 1.2f, true);
     });
     return bubbles;
 }

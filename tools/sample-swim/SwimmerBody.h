@@ -7,7 +7,7 @@
 
 namespace zumeta::swim {
 
-enum class Material : uint8_t { nothing, skin, suit, stripe, cap, goggles };
+enum class Material : uint8_t { nothing, skin, suit, cap, goggles };
 
 /// A ball of the swimmer's flesh, in units of the scene.
 struct Ball {

@@ -11,8 +11,8 @@ constexpr float kNoHeight = -1e4f;
 /// How round a ball looks from the side: a little flatter than it is, as with light from a wide hall.
 constexpr float kRoundness = .85f;
 
-constexpr std::array<Colour, 6> kMaterialColours{Colour::hex(0xd79a76), Colour::hex(0xd79a76), Colour::hex(0x16233d),
-                                                 Colour::hex(0xe8b43a), Colour::hex(0xf2552c), Colour::hex(0x10141c)};
+constexpr std::array<Colour, 5> kMaterialColours{Colour::hex(0xd79a76), Colour::hex(0xd79a76), Colour::hex(0x16233d),
+                                                 Colour::hex(0xf2552c), Colour::hex(0x10141c)};
 
 Point unit(Point p)
 {
@@ -159,7 +159,8 @@ void SwimmerPicture::shade(Light light, RowPool& pool)
                 }
                 base *= 1 / std::max(weights, 1.f);
                 const auto material = Material(m_material.row(y)[x]);
-                const float lit = ambient + diffuse * clamp01((std::clamp(facing(normal, sun), -.2f, 1.f) + .2f) / 1.2f);
+                const float lit =
+                    ambient + diffuse * clamp01((std::clamp(facing(normal, sun), -.2f, 1.f) + .2f) / 1.2f);
                 Colour colour = base * lit;
                 if (hall) {
                     const float shine = clamp01(facing(normal, glance));

@@ -13,7 +13,10 @@ struct View {
 
     float column(float x, float camera) const { return (x - camera) * pixelsPerUnit + float(width) * .5f; }
     float row(float y) const { return surfaceRow + y * pixelsPerUnit; }
-    float x(float pixelColumn, float camera) const { return (pixelColumn - float(width) * .5f) / pixelsPerUnit + camera; }
+    float x(float pixelColumn, float camera) const
+    {
+        return (pixelColumn - float(width) * .5f) / pixelsPerUnit + camera;
+    }
     float y(float pixelRow) const { return (pixelRow - surfaceRow) / pixelsPerUnit; }
     /// Height of the surface in the picture, 0 bottom to 1 top.
     double surfaceHeight() const { return 1 - double(surfaceRow) / double(height); }
