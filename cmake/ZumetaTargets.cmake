@@ -5,6 +5,10 @@ add_library(zumeta-options INTERFACE)
 target_include_directories(zumeta-options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(zumeta-options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 takes an empty std::optional for uninitialised memory when it inlines its destructor.
+    target_compile_options(zumeta-options INTERFACE -Wno-maybe-uninitialized)
+endif()
 target_compile_definitions(zumeta-options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(ZUMETA_SANITIZE)
     add_compile_options(-fsanitize=${ZUMETA_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

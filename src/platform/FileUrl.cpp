@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileUrl.h"
 
-#include <QString>
+#include <string_view>
 
 namespace zumeta {
 
 namespace {
 
-constexpr char kScheme[] = "file://";
+constexpr char kPrefix[] = "file://";
 
 bool standsAsItIs(char c)
 {
@@ -28,17 +28,32 @@ int hexValue(char c)
 
 }
 
-FileUrl::FileUrl(std::filesystem::path path) : m_path(std::move(path)) {}
+FileUrl::FileUrl(std::filesystem::path path)
+    : m_path(std::move(path))
+{
+    if (m_path.empty() || m_path.is_absolute())
+        return;
+    // Without a working folder (it was deleted) the root is as good as any: the file is not there either way.
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    m_path = (error ? std::filesystem::path("/") : folder) / m_path;
+}
 
 std::optional<FileUrl> FileUrl::fromAbsoluteString(const QByteArray& text)
 {
-    if (!text.startsWith(kScheme))
+    const qsizetype colon = text.indexOf(':');
+    if (colon < 0 || text.left(colon).compare("file", Qt::CaseInsensitive) != 0)
         return std::nullopt;
-    QByteArray rest = text.mid(qsizetype(sizeof kScheme) - 1);
-    if (rest.startsWith("localhost/"))
-        rest.remove(0, 9);
-    if (!rest.isEmpty() && !rest.startsWith('/'))
+    QByteArray rest = text.mid(colon + 1);
+    if (rest.startsWith("//")) {
+        rest.remove(0, 2);
+        if (rest.left(10).compare("localhost/", Qt::CaseInsensitive) == 0)
+            rest.remove(0, 9);
+        if (!rest.isEmpty() && !rest.startsWith('/'))
+            return std::nullopt;
+    } else if (!rest.startsWith('/')) {
         return std::nullopt;
+    }
     std::string path;
     for (qsizetype i = 0; i < rest.size(); ++i) {
         if (rest[i] != '%') {
@@ -55,13 +70,13 @@ std::optional<FileUrl> FileUrl::fromAbsoluteString(const QByteArray& text)
         path.push_back(char(value));
         i += 2;
     }
-    return FileUrl(std::filesystem::path(path));
+    return FileUrl(std::filesystem::path(std::move(path)));
 }
 
 QByteArray FileUrl::absoluteString() const
 {
     static constexpr char kHex[] = "0123456789ABCDEF";
-    QByteArray text(kScheme);
+    QByteArray text(kPrefix);
     for (const char c : m_path.native()) {
         if (standsAsItIs(c)) {
             text.append(c);
@@ -75,12 +90,18 @@ QByteArray FileUrl::absoluteString() const
 
 std::string FileUrl::lastPathComponent() const
 {
-    return m_path.filename().native();
+    std::string name = m_path.native();
+    const size_t end = name.find_last_not_of('/');
+    if (end == std::string::npos)
+        return name.empty() ? name : std::string("/");
+    name.erase(end + 1);
+    const size_t slash = name.rfind('/');
+    return slash == std::string::npos ? name : name.substr(slash + 1);
 }
 
 std::string FileUrl::lowerCaseExtension() const
 {
-    std::string extension = m_path.extension().native();
+    std::string extension = std::filesystem::path(lastPathComponent()).extension().native();
     if (!extension.empty())
         extension.erase(0, 1);
     for (char& c : extension) {

@@ -21,6 +21,7 @@ struct MovieVideoSettings {
     double frameRate = 30;               ///< frames per second, told to the rate control; time stamps rule the timing
     H264Profile profile = H264Profile::high;
     int maxKeyFrameInterval = 30;        ///< frames
+    std::string tuning;                  ///< encoder parameters over the house's own, "key=value:…"; for measuring
 };
 
 struct MovieAudioSettings {
@@ -49,7 +50,7 @@ class MovieWriter {
 public:
     /// Makes a new file; one that is already there is an error.
     static std::unique_ptr<MovieWriter> create(const FileUrl& file, const MovieSettings& settings);
-    /// A writer that was neither finished nor cancelled is cancelled.
+    /// What was not finished stays on disk as an unreadable torso: see removeFile.
     ~MovieWriter();
     MovieWriter(const MovieWriter&) = delete; // it stands for one open file
     MovieWriter& operator=(const MovieWriter&) = delete;

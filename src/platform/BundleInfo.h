@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include <QString>
+#include <optional>
+
+namespace zumeta {
+
+/// What the build says about itself. A key that the build left empty is absent, and its reader decides what to show.
+struct BundleInfo {
+    std::optional<QString> shortVersion; ///< such as "1.2.0"
+    std::optional<QString> buildNumber;
+
+    static const BundleInfo& main();
+    static BundleInfo fromValues(const QString& shortVersion, const QString& buildNumber);
+
+    friend bool operator==(const BundleInfo&, const BundleInfo&) = default;
+};
+
+}

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "render/FrameCompositor.h"
+
+#include "render/CompositionPlan.h"
+#include "render/MarkOverlay.h"
+#include "render/RowScaler.h"
+#include "render/ScalingKernels.h"
+#include "render/WorkerPool.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <optional>
+
+namespace zumeta {
+
+namespace {
+
+/// A plan, and the formats that it was made for.
+struct PlannedFormats {
+    PictureFormat below;
+    std::optional<PictureFormat> above;
+    CompositionPlan plan;
+};
+
+/// What one worker needs.
+struct Scratch {
+    ScalerScratch below;
+    ScalerScratch above;
+    RowBuffer fine; ///< two rows
+};
+
+/// Ordered dither of 8 by 8, in fine fractions: every value below a code once.
+constexpr int kBayer[8][8] = {
+    {0, 32, 8, 40, 2, 34, 10, 42},    {48, 16, 56, 24, 50, 18, 58, 26}, {12, 44, 4, 36, 14, 46, 6, 38},
+    {60, 28, 52, 20, 62, 30, 54, 22}, {3, 35, 11, 43, 1, 33, 9, 41},    {51, 19, 59, 27, 49, 17, 57, 25},
+    {15, 47, 7, 39, 13, 45, 5, 37},   {63, 31, 55, 23, 61, 29, 53, 21},
+};
+
+using Bias = std::array<int16_t, kBiasPeriod>;
+
+/// What is added to fine samples of a row before they are cut: the centre, an offset, and rounding or dither.
+Bias biasOf(bool isDithered, int row, int firstColumn, int offset)
+{
+    Bias bias;
+    for (int i = 0; i < kBiasPeriod; ++i) {
+        const int fraction = isDithered ? kBayer[row % 8][(firstColumn + i) % 8] : 1 << (kFineFractionBits - 1);
+        bias[size_t(i)] = int16_t(kFineCentre + offset + fraction);
+    }
+    return bias;
+}
+
+}
+
+class FrameCompositor::Implementation {
+public:
+    Implementation(const CompositeLayout& layout, const CompositorOptions& options)
+        : m_layout(layout)
+        , m_kernels(options.kernels ? *options.kernels : bestKernels())
+        , m_pool(std::max(1, options.threads))
+        , m_scratch(size_t(m_pool.workers()))
+    {
+        if (options.mark)
+            m_mark.emplace(*options.mark);
+    }
+
+    void compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out)
+    {
+        const CompositionPlan& plan = planFor(below.format, above ? &above->format : nullptr, out);
+        for (Scratch& scratch : m_scratch)
+            scratch.fine.reserve(2, plan.widestRegion() + 32); // vector code reads whole registers
+        m_pool.run(int(plan.pieces().size()), [&](int index, int worker) {
+            make(plan, plan.pieces()[size_t(index)], below, above, out, m_scratch[size_t(worker)]);
+        });
+        if (m_mark)
+            m_mark->drawOver(out);
+    }
+
+private:
+    /// Frames without an above picture come between others, so each kind keeps its plan.
+    const CompositionPlan& planFor(const PictureFormat& below, const PictureFormat* above, const WritablePicture& out)
+    {
+        std::optional<PlannedFormats>& planned = above ? m_both : m_belowOnly;
+        const std::optional<PictureFormat> aboveFormat = above ? std::optional(*above) : std::nullopt;
+        if (!planned || planned->below != below || planned->above != aboveFormat) {
+            planned.emplace(
+                PlannedFormats{below, aboveFormat, CompositionPlan(m_layout, out.width, out.height, below, above)});
+            planned->plan.splitFor(m_pool.workers());
+        }
+        return planned->plan;
+    }
+
+    void make(const CompositionPlan& plan, const Piece& piece, const VideoPicture& below, const VideoPicture* above,
+              const WritablePicture& out, Scratch& scratch) const
+    {
+        const Region& region = plan.region(piece.region);
+        const WritablePlane& plane = out.planes[size_t(piece.plane)];
+        uint8_t* const target = plane.data + region.across.begin();
+        if (piece.kind == PieceKind::band) {
+            makeBand(plan, piece, below, *above, out, scratch);
+            return;
+        }
+        const VideoPicture& picture = region.layer == Layer::below ? below : *above;
+        const PlaneView& source = picture.planes[size_t(piece.plane)];
+        const PlaneScaling& scaling = plan.scaling(region.layer, piece.plane);
+        if (piece.kind == PieceKind::copy) {
+            const ptrdiff_t column = region.across.begin() + *region.shift;
+            for (int row = piece.rows.begin; row < piece.rows.end; ++row) {
+                std::memcpy(target + plane.stride * row,
+                            source.data + source.stride * scaling.down.first[size_t(row)] + column,
+                            size_t(region.across.count()));
+            }
+            return;
+        }
+        RowScaler scaler(m_kernels, scaling, region, source, scratch.below);
+        for (int row = piece.rows.begin; row < piece.rows.end; ++row) {
+            const Bias bias = biasOf(scaling.isDithered, row, region.across.begin(), scaling.offset);
+            scaler.bytes(row, bias.data(), target + plane.stride * row);
+        }
+    }
+
+    void makeBand(const CompositionPlan& plan, const Piece& piece, const VideoPicture& below, const VideoPicture& above,
+                  const WritablePicture& out, Scratch& scratch) const
+    {
+        const Region& belowRegion = plan.region(piece.region);
+        const Region& aboveRegion = plan.region(piece.aboveRegion);
+        const PlaneScaling& belowScaling = plan.scaling(Layer::below, piece.plane);
+        const PlaneScaling& aboveScaling = plan.scaling(Layer::above, piece.plane);
+        const size_t p = size_t(piece.plane);
+        RowScaler belowScaler(m_kernels, belowScaling, belowRegion, below.planes[p], scratch.below);
+        RowScaler aboveScaler(m_kernels, aboveScaling, aboveRegion, above.planes[p], scratch.above);
+        int16_t* const belowRow = scratch.fine.row(0);
+        int16_t* const aboveRow = scratch.fine.row(1);
+        for (int row = piece.rows.begin; row < piece.rows.end; ++row) {
+            belowScaler.fine(row, belowRow);
+            aboveScaler.fine(row, aboveRow);
+            m_kernels.blend(belowRow + aboveRegion.across.begin(), aboveRow, plan.opacity(piece.plane, row),
+                            aboveRegion.across.count());
+            const Bias bias = biasOf(belowScaling.isDithered || aboveScaling.isDithered, row, 0, 0);
+            m_kernels.finish(belowRow, bias.data(), belowRegion.across.count(),
+                             out.planes[p].data + out.planes[p].stride * row);
+        }
+    }
+
+    CompositeLayout m_layout;
+    const ScalingKernels& m_kernels;
+    std::optional<MarkOverlay> m_mark;
+    std::optional<PlannedFormats> m_both;
+    std::optional<PlannedFormats> m_belowOnly;
+    WorkerPool m_pool;
+    std::vector<Scratch> m_scratch;
+};
+
+FrameCompositor::FrameCompositor(const CompositeLayout& layout, CompositorOptions options)
+    : m_implementation(std::make_unique<Implementation>(layout, options))
+{}
+
+FrameCompositor::~FrameCompositor() = default;
+FrameCompositor::FrameCompositor(FrameCompositor&&) noexcept = default;
+FrameCompositor& FrameCompositor::operator=(FrameCompositor&&) noexcept = default;
+
+void FrameCompositor::compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out)
+{
+    m_implementation->compose(below, above, out);
+}
+
+}

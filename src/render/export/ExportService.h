@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "platform/BundleInfo.h"
+#include "platform/FileUrl.h"
+#include "platform/WallClock.h"
+#include "render/MarkImage.h"
+#include "render/export/ExportError.h"
+#include "render/export/ExportParameters.h"
+
+#include <QFuture>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace zumeta {
+
+/// Nothing: the movie is finished. Otherwise no file is left.
+using ExportOutcome = std::optional<ExportError>;
+
+/// What an export takes from its surroundings.
+struct ExportEnvironment {
+    BundleInfo bundle = BundleInfo::main();
+    std::shared_ptr<const WallClock> clock = std::make_shared<SystemWallClock>();
+    /// Draws the mark for a frame of this size; without it, or when it gives nothing, there is no mark.
+    std::function<std::shared_ptr<const MarkImage>(int width, int height)> drawMark;
+};
+
+/// Turns two sets of source files into one MP4 file. One object serves one export. Its calls belong to the main
+/// thread; the work runs on a thread of its own and goes on when the object is dropped.
+class ExportService {
+public:
+    explicit ExportService(ExportEnvironment environment = {});
+    ~ExportService();
+    ExportService(const ExportService&) = delete; // it stands for one running export
+    ExportService& operator=(const ExportService&) = delete;
+
+    /// Starts at once. `progressHandler` gets fractions 0 to 1 through this thread's event loop, once for every whole
+    /// percent and a last time with 1 before the future ends. The future is never cancelled: cancel() ends it with
+    /// ExportError::exportCancelled.
+    QFuture<ExportOutcome> exportComposite(const ExportParameters& params, const FileUrl& outputURL,
+                                           std::function<void(double)> progressHandler);
+
+    /// Gives the export up within a frame.
+    void cancel();
+    bool isCancelled() const;
+
+private:
+    class Run;
+    ExportEnvironment m_environment;
+    std::shared_ptr<Run> m_run;
+};
+
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "model/ProjectState.h"
+#include "render/export/ExportParameters.h"
+#include "zumeta-render/RenderArguments.h"
+
+#include <stdexcept>
+
+namespace zumeta {
+
+/// One line for the user; the tool ends with status 1.
+class RenderFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A request with everything looked up that the export needs.
+struct RenderJob {
+    ExportParameters params;
+    /// The composition as a project, with its bookmarks; made only when it shall be kept.
+    std::optional<ProjectState> project;
+    double estimatedDuration = 0; ///< seconds, for the disk space; 0 when the files tell nothing
+};
+
+/// Reads the project and looks at the files. Throws RenderFailure.
+RenderJob prepareRenderJob(const RenderRequest& request);
+
+/// Throws RenderFailure when the output's volume has not enough room; does nothing when that cannot be found out.
+void checkDiskSpace(const RenderJob& job, const FileUrl& output);
+
+}
