@@ -96,7 +96,7 @@ void AboveScene::drawWaterRow(const Instant& now, int y, Colour* pixels, std::ve
     const float fresnel = .62f * std::exp(-fromEdge / 150) + .10f;
     const float glitter = smooth(8, 120, fromEdge);
     const float depth = 420 / fromEdge;
-    const float netSeen = smooth(40, 420, fromEdge) * .24f;
+    const float netSeen = smooth(40, 420, fromEdge) * .19f;
     const Colour deepRow = mix(Colour::hex(0x0e86b4), Colour::hex(0x0b5f8e), smooth(0, 760, fromEdge));
     const float lineSeen = smooth(30, 200, fromEdge) * .55f;
     const float farEdgeRow = m_view.row(kFarEdge);

@@ -118,9 +118,9 @@ void BelowScene::drawUndersideRow(const Instant& now, int y, Colour* pixels) con
                             .40f * m_water.middleSlopes.at(u * 1.6f + t * .04f, v * 1.6f - t * .09f, finerLevel);
         // Seen from below, most of the surface mirrors the blue; crests let the hall's light through, in a bright net.
         const float net = m_water.caustics(u * .62f + slope * .006f, v * .62f + slope * .008f, t * 2, level);
-        const float window = smooth(.2f, 2.3f, slope + overhead * 1.5f);
+        const float window = smooth(.2f, 2.3f, slope + overhead * .9f);
         Colour colour = surface * (1 + .20f * std::clamp(slope, -1.5f, 1.5f));
-        colour = mix(colour, Colour::hex(0x8fdcf6), window * .62f);
+        colour = mix(colour, Colour::hex(0x8fdcf6), window * .55f);
         colour += Colour::hex(0xa8ecff) * (net * (.20f + .38f * window));
         pixels[x] = mix(colour, pixels[x], fog);
     }

@@ -94,9 +94,9 @@ Arm armAt(float phase, Point shoulder, float side)
 /// A six-beat kick: a wave that runs down the leg, wider and later with every joint.
 Leg legAt(float kick, Point hip, float side)
 {
-    const float thigh = .13f + .15f * std::sin(kick);
+    const float thigh = .145f + .15f * std::sin(kick);
     const float shank = thigh + std::min(.03f, -.13f + .24f * std::sin(kick - 1.15f));
-    const float foot = shank - .02f + .30f * std::sin(kick - 2.1f);
+    const float foot = shank + .02f + .28f * std::sin(kick - 2.1f);
     const auto along = [side](float angle, float length) {
         return Point{-std::cos(angle) * length, std::sin(angle) * length, side * length * .02f};
     };

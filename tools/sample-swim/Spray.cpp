@@ -135,7 +135,7 @@ void addBodyFoam(std::vector<Speck>& out, const Birth& birth)
         const float life = dice.between(.15f, .55f);
         const float q = dice.roll();
         const float x = skull.x + 60 + dice.around(18) + 560 * birth.age + dice.around(60 * birth.age);
-        const float y = -4 + dice.around(6);
+        const float y = -5 + dice.around(7) - 16 * dice.roll() * dice.roll();
         if (birth.age < life)
             out.push_back({x, y, 1.4f + 7.5f * q * q * q, dice.between(.35f, .75f) * fade(birth.age, life),
                            dice.between(.7f, 1.8f)});

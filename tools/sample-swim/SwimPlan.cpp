@@ -17,9 +17,9 @@ constexpr double kCyclesPerSecond = 1 / kStrokeSeconds;
 // drift slowly toward the right edge without ever reaching it.
 constexpr double kGatherStart = -.80;
 constexpr double kGather = 1.6;
-constexpr double kDriftSpeed = 40;
-constexpr double kDriftRoom = 230;
-constexpr double kStandingAt = -300;
+constexpr double kDriftSpeed = 34;
+constexpr double kDriftRoom = 170;
+constexpr double kStandingAt = -375;
 
 /// The integral of the smooth step from 0 to t.
 double smoothStepArea(double t)

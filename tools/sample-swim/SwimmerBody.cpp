@@ -48,15 +48,17 @@ public:
             const int steps = std::max(2, int(length / spacing));
             for (int k = 0; k < steps; ++k) {
                 const Ring r = spline(before, rings[i], rings[i + 1], after, float(k) / float(steps));
-                m_balls.push_back({r.centre, r.radius, material});
+                m_balls.push_back({r.centre, r.radius, material, m_limb});
             }
         }
-        m_balls.push_back({rings.back().centre, rings.back().radius, material});
+        m_balls.push_back({rings.back().centre, rings.back().radius, material, m_limb});
+        ++m_limb;
     }
     std::vector<Ball> take() { return std::move(m_balls); }
 
 private:
     std::vector<Ball> m_balls;
+    int m_limb = 0;
 };
 
 void addArm(Sculptor& sculptor, const Arm& arm, float side)
@@ -67,7 +69,9 @@ void addArm(Sculptor& sculptor, const Arm& arm, float side)
                                    {between(arm.shoulder, arm.elbow, .32f) + up, 39},
                                    {between(arm.shoulder, arm.elbow, .62f), 34},
                                    {between(arm.shoulder, arm.elbow, .88f), 27.5f},
-                                   {arm.elbow, 25.5f},
+                                   {arm.elbow, 25.5f}});
+    // A limb of its own: on the way back it stands out in front of the upper arm.
+    sculptor.limb(Material::skin, {{arm.elbow, 25.5f},
                                    {between(arm.elbow, arm.wrist, .22f), 28.5f},
                                    {between(arm.elbow, arm.wrist, .55f), 23},
                                    {between(arm.elbow, arm.wrist, .90f), 15.5f},

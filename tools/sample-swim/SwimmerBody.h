@@ -14,6 +14,7 @@ struct Ball {
     Point centre;
     float radius = 0;
     Material material = Material::skin;
+    int limb = 0; ///< balls of one limb follow each other and are drawn as one piece
 };
 
 /// Clothes the bones: balls close enough to each other to look like one smooth body.

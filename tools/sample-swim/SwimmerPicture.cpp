@@ -60,38 +60,79 @@ void SwimmerPicture::layOut(const View& view, const std::vector<Ball>& balls, fl
     m_colour.reset(width, height, {});
 }
 
+/// One row of one limb: how high it stands and how much of each pixel it covers.
+struct SwimmerPicture::LimbRow {
+    std::vector<float> height;
+    std::vector<float> cover;
+    int first = 0;
+    int last = -1;
+
+    explicit LimbRow(int width)
+        : height(size_t(width), kNoHeight)
+        , cover(size_t(width), 0.f)
+        , first(width)
+    {}
+
+    void add(float cx, float cz, float radius, float dy2)
+    {
+        const float reach = radius + .75f;
+        const float half = std::sqrt(reach * reach - dy2);
+        const int from = std::max(0, floorInt(cx - half));
+        const int to = std::min(int(height.size()) - 1, floorInt(cx + half) + 1);
+        float* const heights = height.data();
+        float* const covers = cover.data();
+        for (int x = from; x <= to; ++x) {
+            const float away = square(float(x) - cx) + dy2;
+            const float inside = reach * reach - away;
+            const float h = inside > 0 ? cz + kRoundness * std::sqrt(std::max(inside, 0.f)) : kNoHeight;
+            heights[x] = std::max(heights[x], h);
+            covers[x] = std::max(covers[x], clamp01(.5f + (radius * radius - away) / (2 * radius)));
+        }
+        first = std::min(first, from);
+        last = std::max(last, to);
+    }
+};
+
 void SwimmerPicture::raiseHeights(const View& view, const std::vector<Ball>& balls, float camera, RowPool& pool)
 {
     const float k = view.pixelsPerUnit;
     pool.run(0, m_height.height(), 12, [&](int from, int to) {
-        for (const Ball& ball : balls) {
-            const float cx = view.column(ball.centre.x, camera) - float(m_left);
-            const float cy = view.row(ball.centre.y) - float(m_top);
-            const float cz = ball.centre.z * k;
-            const float radius = ball.radius * k;
-            const float reach = radius + .75f;
-            const int firstRow = std::max(from, floorInt(cy - reach));
-            const int lastRow = std::min(to - 1, floorInt(cy + reach) + 1);
-            const int firstColumn = std::max(0, floorInt(cx - reach));
-            const int lastColumn = std::min(m_height.width() - 1, floorInt(cx + reach) + 1);
-            const auto material = uint8_t(ball.material);
-            for (int y = firstRow; y <= lastRow; ++y) {
-                const float dy2 = square(float(y) - cy);
-                float* const height = m_height.row(y);
-                float* const alpha = m_alpha.row(y);
-                uint8_t* const materials = m_material.row(y);
-                for (int x = firstColumn; x <= lastColumn; ++x) {
-                    const float away = square(float(x) - cx) + dy2;
-                    const float inside = reach * reach - away;
-                    const float h = inside > 0 ? cz + kRoundness * std::sqrt(std::max(inside, 0.f)) : kNoHeight;
-                    const float cover = clamp01(.5f + (radius * radius - away) / (2 * radius));
-                    alpha[x] = std::max(alpha[x], cover);
-                    materials[x] = h > height[x] ? material : materials[x];
-                    height[x] = std::max(height[x], h);
-                }
+        LimbRow limb(m_height.width());
+        for (int y = from; y < to; ++y) {
+            for (size_t i = 0; i < balls.size(); ++i) {
+                const Ball& ball = balls[i];
+                const float dy = float(y) - (view.row(ball.centre.y) - float(m_top));
+                if (std::abs(dy) < ball.radius * k + .75f)
+                    limb.add(view.column(ball.centre.x, camera) - float(m_left), ball.centre.z * k, ball.radius * k,
+                             dy * dy);
+                if (i + 1 == balls.size() || balls[i + 1].limb != ball.limb)
+                    lay(limb, y, ball.material);
             }
         }
     });
+}
+
+void SwimmerPicture::lay(LimbRow& limb, int y, Material material)
+{
+    // Where a limb stands out in front of the body its edge is blended in by cover: a hard step in height would show
+    // as stairs in the light.
+    float* const height = m_height.row(y);
+    float* const alpha = m_alpha.row(y);
+    uint8_t* const materials = m_material.row(y);
+    for (int x = limb.first; x <= limb.last; ++x) {
+        const float h = limb.height[size_t(x)];
+        const float cover = limb.cover[size_t(x)];
+        if (h > height[x]) {
+            if (height[x] <= kNoHeight || cover > .5f)
+                materials[x] = uint8_t(material);
+            height[x] = height[x] <= kNoHeight ? h : mix(height[x], h, cover);
+        }
+        alpha[x] = std::max(alpha[x], cover);
+        limb.height[size_t(x)] = kNoHeight;
+        limb.cover[size_t(x)] = 0;
+    }
+    limb.first = m_height.width();
+    limb.last = -1;
 }
 
 void SwimmerPicture::smoothHeights(float pixelsPerUnit, RowPool& pool)

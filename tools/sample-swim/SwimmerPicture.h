@@ -34,8 +34,10 @@ public:
     Sample at(float column, float row) const;
 
 private:
+    struct LimbRow;
     void layOut(const View& view, const std::vector<Ball>& balls, float camera);
     void raiseHeights(const View& view, const std::vector<Ball>& balls, float camera, RowPool& pool);
+    void lay(LimbRow& limb, int y, Material material);
     void smoothHeights(float pixelsPerUnit, RowPool& pool);
     void shade(Light light, RowPool& pool);
 

@@ -6,6 +6,8 @@
 #include "Recording.h"
 #include "SampleOptions.h"
 
+#include "platform/Log.h"
+
 #include <QCoreApplication>
 #include <csignal>
 #include <cstdio>
@@ -165,6 +167,8 @@ int main(int argc, char** argv)
         std::fputs(qUtf8Printable(helpText()), stdout);
         return 0;
     }
+    // Standard output is for the numbers that scripts read.
+    const zumeta::LogCapture quiet([](const QString&) {});
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
     try {
