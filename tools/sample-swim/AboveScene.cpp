@@ -90,7 +90,7 @@ void AboveScene::drawWaterRow(const Instant& now, int y, Colour* pixels, std::ve
     const int broadLevel = NoiseTexture::levelFor(step);
     const int middleLevel = NoiseTexture::levelFor(step * 2.3f);
     const int fineLevel = NoiseTexture::levelFor(step * 5.1f);
-    const float t = now.seconds;
+    const float t = now.seconds * 1.8f;
     const float fine = .55f * std::exp(-fromEdge / 260) + .10f;
     const float amplitude = smooth(0, 260, fromEdge);
     const float fresnel = .62f * std::exp(-fromEdge / 150) + .10f;

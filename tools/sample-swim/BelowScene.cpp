@@ -110,7 +110,7 @@ void BelowScene::drawUndersideRow(const Instant& now, int y, Colour* pixels) con
     const int finerLevel = NoiseTexture::levelFor(step * 2.1f);
     const Colour surface = mix(Colour::hex(0x0f6fae), Colour::hex(0x0a4f8c), smooth(30, 500, fromHorizon));
     const float overhead = smooth(60, 560, fromHorizon);
-    const float t = now.seconds;
+    const float t = now.seconds * 1.6f;
     for (int x = 0; x < m_view.width; ++x) {
         const float u = u0 + float(x) * perPixel;
         const float slope = .72f * m_water.broadSlopes.at(u * .7f + t * .03f, v * .7f + t * .045f, level) +
@@ -144,7 +144,7 @@ void BelowScene::drawFloorRow(const Instant& now, int y, Colour* pixels) const
     for (int x = 0; x < m_view.width; ++x) {
         const float across = u0 + float(x) * perPixel;
         const float joint = std::max(joints, bell(fraction(across * 7) - .5f, jointWidth));
-        const float net = m_water.caustics(across * .75f, depth * .95f, now.seconds, level);
+        const float net = m_water.caustics(across * .75f, depth * .95f, now.seconds * 1.5f, level);
         Colour floor = stone * (1 - .14f * joint) + Colour::hex(0x8fe6ff) * (net * .22f);
         floor = mix(floor, Colour::hex(0x03182f), line);
         pixels[x] = mix(pixels[x], floor, seen);
