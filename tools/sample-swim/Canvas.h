@@ -17,9 +17,9 @@ struct Colour {
     }
     constexpr Colour& operator+=(Colour o) { return *this = *this + o; }
     constexpr Colour& operator*=(float k) { return *this = *this * k; }
-    friend constexpr Colour operator+(Colour a, Colour b) { return {a.r + b.r, a.g + b.g, a.b + b.b}; }
-    friend constexpr Colour operator-(Colour a, Colour b) { return {a.r - b.r, a.g - b.g, a.b - b.b}; }
-    friend constexpr Colour operator*(Colour a, Colour b) { return {a.r * b.r, a.g * b.g, a.b * b.b}; }
+    friend constexpr Colour operator+(Colour p, Colour q) { return {p.r + q.r, p.g + q.g, p.b + q.b}; }
+    friend constexpr Colour operator-(Colour p, Colour q) { return {p.r - q.r, p.g - q.g, p.b - q.b}; }
+    friend constexpr Colour operator*(Colour p, Colour q) { return {p.r * q.r, p.g * q.g, p.b * q.b}; }
     friend constexpr Colour operator*(Colour a, float k) { return {a.r * k, a.g * k, a.b * k}; }
 };
 

@@ -179,7 +179,7 @@ Hall::Hall(const View& view)
 
 float Hall::firstColumn(float camera) const
 {
-    const float period = float(m_sharp.width());
+    const auto period = float(m_sharp.width());
     const float column = (camera * kHallDrift + 620) * m_pixelsPerUnit - float(m_viewWidth) * .5f;
     return column - std::floor(column / period) * period;
 }

@@ -81,10 +81,10 @@ NoiseTexture::NoiseTexture(Plane plane)
         const Plane& big = m_levels.back();
         Plane small(big.width() / 2, big.height() / 2);
         for (int y = 0; y < small.height(); ++y) {
-            const float* const upper = big.row(2 * y);
-            const float* const lower = big.row(2 * y + 1);
-            for (int x = 0; x < small.width(); ++x)
-                small.row(y)[x] = .25f * (upper[2 * x] + upper[2 * x + 1] + lower[2 * x] + lower[2 * x + 1]);
+            const float* upper = big.row(2 * y);
+            const float* lower = big.row(2 * y + 1);
+            for (int x = 0; x < small.width(); ++x, upper += 2, lower += 2)
+                small.row(y)[x] = .25f * (upper[0] + upper[1] + lower[0] + lower[1]);
         }
         m_levels.push_back(std::move(small));
     }

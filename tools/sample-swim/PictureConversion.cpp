@@ -13,7 +13,7 @@ constexpr float kRed = .2126f;
 constexpr float kGreen = .7152f;
 constexpr float kBlue = .0722f;
 
-constexpr int kGrainSize = 64;
+constexpr size_t kGrainSize = 64;
 
 /// Every value from 0 to 1 equally often, without visible order.
 std::array<float, kGrainSize * kGrainSize> makeGrain()
@@ -39,7 +39,7 @@ float luma(Colour c)
 void convertLumaRow(const Colour* pixels, int width, const float* grain, uint8_t* out)
 {
     for (int x = 0; x < width; ++x)
-        out[x] = uint8_t(16 + 219 * luma(clamped(pixels[x])) + grain[x % kGrainSize]);
+        out[x] = uint8_t(16 + 219 * luma(clamped(pixels[x])) + grain[size_t(x) % kGrainSize]);
 }
 
 /// One row of chroma from two of the canvas: the mean down, and 1-2-1 across around every second column.
@@ -52,7 +52,7 @@ void convertChromaRow(const Colour* upper, const Colour* lower, int width, const
         const Colour right = column(std::min(x + 1, width - 1));
         const Colour c = (left + middle * 2 + right) * .125f;
         const float y = luma(c);
-        const float noise = grain[(x / 2 + 17) % kGrainSize];
+        const float noise = grain[size_t(x / 2 + 17) % kGrainSize];
         cb[x / 2] = uint8_t(128 + 224 * (c.b - y) / (2 * (1 - kBlue)) + noise);
         cr[x / 2] = uint8_t(128 + 224 * (c.r - y) / (2 * (1 - kRed)) + noise);
         left = right;
@@ -64,7 +64,7 @@ void convertChromaRow(const Colour* upper, const Colour* lower, int width, const
 void convert(const Canvas& canvas, const WritablePicture& picture, RowPool& pool)
 {
     static const auto grain = makeGrain();
-    const auto grainRow = [](int y) { return grain.data() + (y % kGrainSize) * kGrainSize; };
+    const auto grainRow = [](int y) { return grain.data() + (size_t(y) % kGrainSize) * kGrainSize; };
     pool.run(0, canvas.height() / 2, 8, [&](int from, int to) {
         for (int half = from; half < to; ++half) {
             for (int y = 2 * half; y < 2 * half + 2; ++y)

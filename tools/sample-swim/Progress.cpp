@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Progress.h"
 
+#include <cmath>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -37,11 +38,11 @@ void Progress::advance()
         return;
     m_told = percent;
     const double spent = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_begin).count();
-    const int left = int(spent * (m_total - m_done) / m_done + .5);
+    const long left = std::lround(spent * (m_total - m_done) / m_done);
     constexpr int kCells = 32;
     const auto filled = size_t(kCells * m_done / m_total);
     const std::string bar = std::string(filled, '#') + std::string(size_t(kCells) - filled, '.');
-    std::fprintf(stderr, "\rdrawing the swim  %s %3d %%  %d s left\x1b[K", bar.c_str(), percent, left);
+    std::fprintf(stderr, "\rdrawing the swim  %s %3d %%  %ld s left\x1b[K", bar.c_str(), percent, left);
     std::fflush(stderr);
 }
 

@@ -38,9 +38,9 @@ void SwimmerPicture::draw(const View& view, double swimTime, Light light, RowPoo
 
 void SwimmerPicture::layOut(const View& view, const std::vector<Ball>& balls, float camera)
 {
-    float left = float(view.width);
+    auto left = float(view.width);
     float right = 0;
-    float top = float(view.height);
+    auto top = float(view.height);
     float bottom = 0;
     for (const Ball& ball : balls) {
         const float reach = (ball.radius + 6) * view.pixelsPerUnit + 2;
@@ -227,8 +227,8 @@ SwimmerPicture::Sample SwimmerPicture::at(float column, float row) const
     if (alpha <= 0)
         return {};
     // Colours beside the body are black: the nearest pixel that has one is right enough for a mirror image.
-    const int xi = int(x + .5f);
-    const int yi = int(y + .5f);
+    const int xi = int(std::lround(x));
+    const int yi = int(std::lround(y));
     return {m_colour.row(yi)[xi], alpha};
 }
 

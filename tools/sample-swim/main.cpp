@@ -152,9 +152,7 @@ int run(const SampleOptions& options)
     return 0;
 }
 
-}
-
-int main(int argc, char** argv)
+int start(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     const auto read = readOptions(QCoreApplication::arguments());
@@ -171,8 +169,15 @@ int main(int argc, char** argv)
     const zumeta::LogCapture quiet([](const QString&) {});
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
+    return run(options);
+}
+
+}
+
+int main(int argc, char** argv)
+{
     try {
-        return run(options);
+        return start(argc, argv);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "sample-swim: %s\n", error.what());
         return 1;
