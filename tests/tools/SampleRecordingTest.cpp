@@ -50,7 +50,7 @@ TEST(SampleRecording, AChapterHoldsItsFramesAndEndsWithItsSoundAtTheSameInstant)
 
     const MediaAsset asset = MediaAsset::load(chapter.file);
     ASSERT_TRUE(asset.video && asset.audio);
-    EXPECT_EQ(asset.video->length, (MediaTime{30 * 1001, 30000}));
+    EXPECT_EQ(asset.video->length, (MediaTime{30030, 30000}));
     EXPECT_EQ(asset.audio->sampleRate, kSampleRate);
     EXPECT_NEAR(asset.audio->end.seconds(), asset.video->length.seconds(), 1.0 / kSampleRate);
 }

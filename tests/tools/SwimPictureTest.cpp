@@ -165,7 +165,7 @@ TEST(SwimPicture, TheWaterMoves)
     double change = 0;
     for (int y = kHeight * 7 / 8; y < kHeight; ++y) // the light on the floor
         for (int x = 0; x < kWidth; ++x)
-            change += double(std::abs(luma(first.row(y)[x]) - luma(second.row(y)[x]))) / (kWidth * kHeight / 8);
+            change += double(std::abs(luma(first.row(y)[x]) - luma(second.row(y)[x]))) / (kWidth * double(kHeight) / 8);
     EXPECT_GT(change, .01);
 }
 

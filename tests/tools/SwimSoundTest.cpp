@@ -2,6 +2,7 @@
 #include "SwimSound.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
@@ -24,7 +25,7 @@ TEST(SwimSound, TheStartBeepSetsInAtThePrintedTime)
     const SwimPlan plan = SwimPlan::make({30000, 1001}, 12);
     SwimSound sound(plan, SwimSound::Place::above);
     const std::vector<int16_t> samples = sound.next(2 * kSampleRate);
-    const auto beep = int64_t(plan.beepAboveTime() * kSampleRate + .5);
+    const auto beep = int64_t(std::llround(plan.beepAboveTime() * kSampleRate));
     EXPECT_LT(loudest(samples, 0, beep), 9000) << "before it there is only ambience";
     EXPECT_GT(loudest(samples, beep, beep + 1), 15000) << "its first sample is loud";
     const int64_t end = beep + kSampleRate / 2;
