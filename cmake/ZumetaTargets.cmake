@@ -6,8 +6,9 @@ target_include_directories(zumeta-options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(zumeta-options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # GCC 12 takes an empty std::optional for uninitialised memory when it inlines its destructor.
-    target_compile_options(zumeta-options INTERFACE -Wno-maybe-uninitialized)
+    # GCC 12 takes an empty std::optional for uninitialised memory when it inlines its destructor, and sees overlapping
+    # copies in operator+ of a literal and a std::string.
+    target_compile_options(zumeta-options INTERFACE -Wno-maybe-uninitialized -Wno-restrict)
 endif()
 target_compile_definitions(zumeta-options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 if(ZUMETA_SANITIZE)

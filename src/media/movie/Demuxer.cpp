@@ -16,6 +16,7 @@ int isInterrupted(void* token)
 
 Demuxer Demuxer::open(const FileUrl& file, std::stop_token interrupt)
 {
+    quietLibav();
     Demuxer demuxer;
     demuxer.m_interrupt = std::make_unique<std::stop_token>(std::move(interrupt));
     AVFormatContext* context = checkAllocated(avformat_alloc_context());

@@ -5,6 +5,11 @@
 
 namespace zumeta {
 
+void quietLibav()
+{
+    av_log_set_level(AV_LOG_QUIET);
+}
+
 std::string avErrorText(int code)
 {
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};

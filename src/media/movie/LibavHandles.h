@@ -33,6 +33,8 @@ using OutputFormat = std::unique_ptr<AVFormatContext, Frees<avformat_free_contex
 using Scaler = std::unique_ptr<SwsContext, Frees<sws_freeContext>>;
 using Resampler = std::unique_ptr<SwrContext, FreesSlot<swr_free>>;
 
+/// Keeps libav from writing to standard error: what matters reaches us as return codes.
+void quietLibav();
 /// libav's own words for a return code.
 std::string avErrorText(int code);
 /// Throws a MovieError "what: libav's words" when `code` is an error; gives it back otherwise.

@@ -82,6 +82,7 @@ private:
 MovieWriter::Implementation::Implementation(const FileUrl& file, const MovieSettings& settings)
     : m_settings(settings), m_output(file), m_audioFinished(!settings.audio)
 {
+    quietLibav();
     try {
         AVFormatContext* context = nullptr;
         checkAv(avformat_alloc_output_context2(&context, nullptr, "mp4", nullptr), MovieError::Kind::cannotWrite,
@@ -195,8 +196,11 @@ void MovieWriter::Implementation::encodeHeldFrame(int64_t duration)
 void MovieWriter::Implementation::finishVideo()
 {
     throwIfCancelled();
-    if (m_heldFrame)
+    if (m_heldFrame) {
+        // A key frame comes last in the file as well: only the last sample's length is free to reach to the end.
+        m_heldFrame->pict_type = AV_PICTURE_TYPE_I;
         encodeHeldFrame(std::max<int64_t>(1, inTimescale(m_settings.sessionEnd, kMovieTimescale) - m_heldFrame->pts));
+    }
     encode(*m_video, nullptr, [this](AVPacket& packet) { write(packet, *m_videoStream, m_video->time_base); });
     const std::lock_guard lock(m_mutex);
     m_videoFinished = true;
