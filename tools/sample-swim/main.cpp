@@ -167,6 +167,8 @@ int start(int argc, char** argv)
     }
     // Standard output is for the numbers that scripts read.
     const zumeta::LogCapture quiet([](const QString&) {});
+    // A file that grows past a limit is an error of the write, told like a full disk, and no reason to be killed.
+    std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGINT, interrupt);
     std::signal(SIGTERM, interrupt);
     return run(options);
