@@ -28,8 +28,7 @@ int16_t roundedProduct(int32_t a, int32_t b)
 }
 
 /// Samples are taken as (value - 128) * 256, so that a rounding multiplication gives coarse samples.
-template <int knownTaps>
-void quickHorizontal(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
+template <int knownTaps> void quickHorizontal(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
 {
     const int tapCount = knownTaps > 0 ? knownTaps : taps.taps;
     const int16_t* weights = taps.weights;
@@ -126,8 +125,7 @@ constexpr int kBlock = 32;
 static_assert(kBlock % kBiasPeriod == 0);
 
 /// Calls sums(first column, columns, block of sums) for the blocks of a row and then store(column, sum).
-template <class Sums, class Store>
-void inBlocks(int count, Sums sums, Store store)
+template <class Sums, class Store> void inBlocks(int count, Sums sums, Store store)
 {
     int32_t block[kBlock];
     for (int first = 0; first < count; first += kBlock) {

@@ -65,8 +65,7 @@ inline float fraction(float x)
 }
 
 /// A rectangle of values, row by row from the top.
-template <typename T>
-class Grid {
+template <typename T> class Grid {
 public:
     Grid() = default;
     Grid(int width, int height, T value = {})
@@ -96,8 +95,7 @@ using Canvas = Grid<Colour>;
 using Plane = Grid<float>;
 
 /// Between the four values around (x, y), in pixels; beyond the edge the edge's value.
-template <typename T>
-T bilinear(const Grid<T>& grid, float x, float y)
+template <typename T> T bilinear(const Grid<T>& grid, float x, float y)
 {
     x = std::clamp(x, 0.f, float(grid.width() - 1) - .001f);
     y = std::clamp(y, 0.f, float(grid.height() - 1) - .001f);

@@ -24,8 +24,7 @@ public:
     {}
 
     /// Lays `colour` where `cover(x, y)` is above 0, between the two heights.
-    template <typename Cover>
-    void fill(float fromY, float toY, Colour colour, Cover cover)
+    template <typename Cover> void fill(float fromY, float toY, Colour colour, Cover cover)
     {
         paint(0, kPeriod, fromY, toY,
               [&](Colour& pixel, float x, float y) { pixel = mix(pixel, colour, clamp01(cover(x, y))); });
@@ -53,8 +52,7 @@ public:
                         alpha * smooth(rx + 4, rx - 4, std::abs(x - cx)) * smooth(ry + 4, ry - 4, std::abs(y - cy)));
         });
     }
-    template <typename Set>
-    void paint(float fromX, float toX, float fromY, float toY, Set set)
+    template <typename Set> void paint(float fromX, float toX, float fromY, float toY, Set set)
     {
         const int firstRow = std::max(0, int(m_view.row(fromY + kFarEdge)));
         const int lastRow = std::min(m_canvas.height() - 1, int(m_view.row(toY + kFarEdge)) + 1);

@@ -28,8 +28,7 @@ struct Birth {
 };
 
 /// Calls `f` for every birth of the last `life` seconds.
-template <typename F>
-void forBirths(double swimTime, double life, F f)
+template <typename F> void forBirths(double swimTime, double life, F f)
 {
     const auto last = int64_t(std::floor(swimTime * kBirthsPerSecond));
     const auto first = int64_t(std::ceil((swimTime - life) * kBirthsPerSecond));
