@@ -11,7 +11,6 @@ namespace zumeta::test {
 
 namespace {
 
-
 int numberAt(const RawPicture& picture, CodeStrip strip, const Placement& placement, Side side)
 {
     const auto code = readBarCode(picture, strip, placement);

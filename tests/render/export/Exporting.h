@@ -32,7 +32,8 @@ struct ExportReport {
 /// Exports with the event loop running, as the application does, and waits for the end. `watch` is called with every
 /// report of progress.
 ExportReport runExport(const ExportParameters& params, const std::filesystem::path& output,
-                       const std::function<void(ExportService&, double)>& watch = {}, ExportEnvironment environment = {});
+                       const std::function<void(ExportService&, double)>& watch = {},
+                       ExportEnvironment environment = {});
 
 /// Numbers in the two parts of an exported frame; -1 where none can be read or it is the other side's.
 struct ShownFrames {

@@ -72,7 +72,9 @@ std::string describe(const ReferenceSettings& settings, const PictureFormat& abo
 /// Everything that a user can set, at random but the same in every run.
 class RandomComposites {
 public:
-    explicit RandomComposites(unsigned seed) : m_random(seed) {}
+    explicit RandomComposites(unsigned seed)
+        : m_random(seed)
+    {}
 
     ReferenceSettings settings(ExportResolutionType resolution)
     {
