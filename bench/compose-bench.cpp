@@ -2,7 +2,6 @@
 // Prints what composing one frame costs, by kind of source and size. CPU time of the whole process, so that work
 // handed to other threads counts; median of several runs.
 #include "render/FrameCompositor.h"
-#include "render/ScalingKernels.h"
 
 #include <algorithm>
 #include <chrono>
@@ -86,7 +85,7 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-void measure(const Case& c, int threads, const ScalingKernels* kernels)
+void measure(const Case& c, int threads, CompositorKernels kernels)
 {
     constexpr int kPictures = 4; // more than a cache holds, as in an export
     std::vector<VideoPicture> below;
@@ -135,14 +134,14 @@ void printHelp()
 int main(int argc, char** argv)
 {
     int threads = 1;
-    const ScalingKernels* kernels = nullptr;
+    CompositorKernels kernels = CompositorKernels::best;
     const char* only = "";
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
         if (argument == "--threads" && i + 1 < argc) {
             threads = std::atoi(argv[++i]);
         } else if (argument == "--portable") {
-            kernels = &portableKernels();
+            kernels = CompositorKernels::portable;
         } else if (argument == "--only" && i + 1 < argc) {
             only = argv[++i];
         } else {

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""One composite's geometry, told to zumeta-render in its values and to a general tool in crops and rows.
+"""One composite's geometry, told to Zumeta in its values and to a general tool in crops and rows.
 
 The general tool can only cut whole, even pixels. Every measured composition is therefore chosen so that its cuts fall
-on such pixels: then both programs compose the same picture, and one lossless copy of it is the measure for both.
+on such pixels: then both programs compose the same picture, apart from the kernel with which they scale.
 """
 from dataclasses import dataclass
 from fractions import Fraction
@@ -46,16 +46,12 @@ class Composition:
                              + ", ".join(str(part) for part in parts))
         return Cut(*(int(part) for part in parts))
 
-    def renderer_values(self):
-        """The same geometry as zumeta-render takes it."""
+    def stored_values(self):
+        """The same geometry as a project stores it; the zoom without the camera's base."""
         unit = self.scale * self.height / REFERENCE_HEIGHT
         water_from_bottom = self.height - Fraction(self.band_top + self.band_bottom, 2)
-        values = {
-            "--waterline": water_from_bottom / unit,
-            "--blend": (self.band_bottom - self.band_top) / unit,
-            "--zoom": (self.scale - 1) * 100 - GOPRO_BASE_ZOOM,
+        return {
+            "waterline": water_from_bottom / unit,
+            "zoom": (self.scale - 1) * 100 - GOPRO_BASE_ZOOM,
+            "blend": (self.band_bottom - self.band_top) / unit,
         }
-        words = ["--camera", "gopro", "--sync-above", "0", "--sync-below", "0"]
-        for name, value in values.items():
-            words += [name, f"{float(value):.9f}"]
-        return words

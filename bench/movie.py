@@ -27,12 +27,23 @@ def facts(file):
 
 
 def psnr_luma(movie, lossless, composition):
-    """Decibels between a movie and the lossless composition, over the frames that both have, paired by number."""
+    """Decibels between a movie and a lossless composition, over the frames that both have, paired by number."""
+    return _psnr_luma(["-i", str(movie)], lossless, composition)
+
+
+def psnr_luma_of_planes(one, other, composition):
+    return _psnr_luma(_planes(one, composition), other, composition)
+
+
+def _planes(file, composition):
+    return ["-f", "rawvideo", "-pix_fmt", "yuv420p", "-s", f"{composition.width}x{composition.height}", "-i", str(file)]
+
+
+def _psnr_luma(input_words, lossless, composition):
     pair = "settb=1/60,setpts=N"
     result = subprocess.run(
-        ["ffmpeg", "-v", "info", "-nostdin", "-nostats", "-i", str(movie), "-f", "rawvideo", "-pix_fmt", "yuv420p",
-         "-s", f"{composition.width}x{composition.height}", "-i", str(lossless), "-filter_complex",
-         f"[0:v]{pair}[coded];[1:v]{pair}[lossless];[coded][lossless]psnr=shortest=1", "-f", "null", "-"],
+        ["ffmpeg", "-v", "info", "-nostdin", "-nostats", *input_words, *_planes(lossless, composition),
+         "-filter_complex", f"[0:v]{pair}[a];[1:v]{pair}[b];[a][b]psnr=shortest=1", "-f", "null", "-"],
         check=True, capture_output=True, text=True)
     found = re.search(r"PSNR y:([\d.]+|inf)", result.stderr)
     if not found:

@@ -22,12 +22,13 @@ How to read this:
   carries, on as many threads as it likes.
 - CPU is user and system time of all threads, peak is the largest resident memory, both from the kernel's account of
   the process.
-- PSNR-Y is taken over the frames that movie and lossless composition both have, paired by number. The lossless
-  composition comes from the general command's own graph. Each composition is chosen so that its cuts fall on even
-  pixels, so both programs compose the same picture; what still differs is the scaling kernel, and that counts against
-  ours alone.
+- PSNR-Y, in decibels, is taken over the frames that both have, paired by number. A movie's own lossless is what its
+  program hands to the encoder: compose-lossless writes ours, the general command's graph the other. Each composition
+  is chosen so that its cuts fall on even pixels, so both programs compose the same picture; how far the two lossless
+  compositions agree stands below them: what is left is the scaling kernel. The goal compares each movie to its own;
+  against the general command's composition our kernel's difference counts as a loss.
 - The floor is what cannot be saved: decoding the above recording alone and the below one alone, each on one thread,
   and encoding the lossless composition alone with our own x264 settings, less the time for reading it.
-- "Rest a frame" is our CPU less the floor, over the frames: composing, and also sound, file handling and waiting, so
-  it is an upper bound for composing.
+- "Rest a frame" is our CPU less the floor, over the frames: composing, and also sound, file handling and waiting.
+  Composing alone is measured by compose-bench, on one thread.
 """

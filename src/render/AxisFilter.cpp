@@ -19,81 +19,85 @@ double catmullRom(double distance)
     return 0;
 }
 
-/// The weights of one result sample, folded at the edges.
-struct Window {
-    int first = 0;
-    std::vector<int> weights;
+/// Which source samples one result sample is made of, before folding at the edges.
+struct Reach {
+    double centre;
+    int low;
+    int high;
 };
 
-Window windowAt(double centre, double stretch, int sourceSize, int total)
+Reach reachOf(double centre, double stretch, int sourceSize)
 {
     const double reach = 2 * stretch;
     // Beyond this every tap repeats the edge anyway; the bound keeps the integers small.
     centre = std::clamp(centre, -reach - 1, sourceSize + reach);
-    const int low = int(std::floor(centre - reach)) + 1;
-    const int high = int(std::ceil(centre + reach)) - 1;
-    double sum = 0;
-    for (int i = low; i <= high; ++i)
-        sum += catmullRom((i - centre) / stretch);
-
-    const int foldedLow = std::clamp(low, 0, sourceSize - 1);
-    const int foldedHigh = std::clamp(high, 0, sourceSize - 1);
-    Window window{foldedLow, std::vector<int>(size_t(foldedHigh - foldedLow + 1), 0)};
-    // Rounding the running sum makes the integers add up to the total exactly, each within one of its true value.
-    double running = 0;
-    int given = 0;
-    for (int i = low; i <= high; ++i) {
-        running += catmullRom((i - centre) / stretch);
-        const int upToHere = int(std::lround(running / sum * total));
-        window.weights[size_t(std::clamp(i, 0, sourceSize - 1) - foldedLow)] += upToHere - given;
-        given = upToHere;
-    }
-    return window;
+    return {centre, int(std::floor(centre - reach)) + 1, int(std::ceil(centre + reach)) - 1};
 }
 
-bool isOneSample(const Window& window)
+/// Adds the integer weights of a reach to `folded`, which stands for source samples from `first` on.
+void addWeights(const Reach& reach, double stretch, int sourceSize, int total, int first, int16_t* folded,
+                std::vector<double>& sums)
 {
-    return std::count_if(window.weights.begin(), window.weights.end(), [](int weight) { return weight != 0; }) == 1;
+    sums.clear();
+    double running = 0;
+    for (int i = reach.low; i <= reach.high; ++i) {
+        running += catmullRom((i - reach.centre) / stretch);
+        sums.push_back(running);
+    }
+    // Rounding the running sum makes the integers add up to the total exactly, each within one of its true value.
+    const double factor = total / running;
+    int given = 0;
+    for (int i = reach.low; i < reach.high; ++i) {
+        const int upToHere = int(std::floor(sums[size_t(i - reach.low)] * factor + 0.5));
+        folded[std::clamp(i, 0, sourceSize - 1) - first] += int16_t(upToHere - given);
+        given = upToHere;
+    }
+    folded[std::clamp(reach.high, 0, sourceSize - 1) - first] += int16_t(total - given);
 }
 
 /// Samples that are merely moved need one tap each. Only for all at once: single windows cut short would make the
 /// first source sample jump back and forth.
-void cutToOneSample(Window& window)
+void cutToOneTap(AxisFilter& filter)
 {
-    const auto only =
-        std::find_if(window.weights.begin(), window.weights.end(), [](int weight) { return weight != 0; });
-    window.first += int(only - window.weights.begin());
-    window.weights = {*only};
+    const auto isUsed = [](int weight) { return weight != 0; };
+    for (int i = 0; i < filter.count; ++i) {
+        if (std::count_if(filter.weightsOf(i), filter.weightsOf(i) + filter.taps, isUsed) != 1)
+            return;
+    }
+    std::vector<int16_t> single(size_t(filter.count));
+    for (int i = 0; i < filter.count; ++i) {
+        const int16_t* const only = std::find_if(filter.weightsOf(i), filter.weightsOf(i) + filter.taps, isUsed);
+        filter.first[size_t(i)] += int(only - filter.weightsOf(i));
+        single[size_t(i)] = *only;
+    }
+    filter.taps = 1;
+    filter.weights = std::move(single);
 }
 
 }
 
 AxisFilter makeAxisFilter(AxisMapping mapping, int begin, int end, int sourceSize, double gain)
 {
-    const double stretch = std::max(1.0, mapping.step);
-    const int total = int(std::lround(gain * kWeightOne));
-    std::vector<Window> windows;
-    windows.reserve(size_t(end - begin));
-    for (int o = begin; o < end; ++o)
-        windows.push_back(windowAt(mapping.origin + mapping.step * o, stretch, sourceSize, total));
-    if (std::all_of(windows.begin(), windows.end(), isOneSample))
-        std::for_each(windows.begin(), windows.end(), cutToOneSample);
-    size_t taps = 1;
-    for (const Window& window : windows)
-        taps = std::max(taps, window.weights.size());
-
+    // A kernel of several times the source's size is as good as its mean.
+    const double stretch = std::clamp(mapping.step, 1.0, 4.0 * sourceSize);
+    std::vector<Reach> reaches;
     AxisFilter filter;
     filter.begin = begin;
     filter.count = end - begin;
-    filter.taps = int(taps);
-    filter.first.resize(windows.size());
-    filter.weights.assign(windows.size() * taps, 0);
-    for (size_t i = 0; i < windows.size(); ++i) {
-        filter.first[i] = std::min(windows[i].first, sourceSize - int(taps)); // reads nothing past the end
-        const size_t lead = size_t(windows[i].first - filter.first[i]);
-        for (size_t t = 0; t < windows[i].weights.size(); ++t)
-            filter.weights[i * taps + lead + t] = int16_t(windows[i].weights[t]);
+    for (int o = begin; o < end; ++o) {
+        reaches.push_back(reachOf(mapping.origin + mapping.step * o, stretch, sourceSize));
+        const Reach& reach = reaches.back();
+        filter.first.push_back(std::clamp(reach.low, 0, sourceSize - 1));
+        filter.taps = std::max(filter.taps, std::clamp(reach.high, 0, sourceSize - 1) - filter.first.back() + 1);
     }
+    filter.weights.assign(reaches.size() * size_t(filter.taps), 0);
+    std::vector<double> sums;
+    for (size_t i = 0; i < reaches.size(); ++i) {
+        filter.first[i] = std::min(filter.first[i], sourceSize - filter.taps); // reads nothing past the end
+        addWeights(reaches[i], stretch, sourceSize, int(std::lround(gain * kWeightOne)), filter.first[i],
+                   filter.weights.data() + i * size_t(filter.taps), sums);
+    }
+    cutToOneTap(filter);
     return filter;
 }
 

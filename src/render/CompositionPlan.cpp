@@ -21,10 +21,12 @@ struct OutputGrid {
 struct Footprint {
     double left, top, right, bottom;
     double sampleWidth, sampleHeight;
+    /// Numbers that the arithmetic below stands, and a size that could be seen.
     bool isUsable() const
     {
+        constexpr double kSmallest = 1e-6;
         return std::isfinite(left) && std::isfinite(top) && std::isfinite(right) && std::isfinite(bottom) &&
-               sampleWidth > 0 && sampleHeight > 0;
+               sampleWidth > kSmallest && sampleHeight > kSmallest;
     }
 };
 
@@ -94,12 +96,18 @@ int firstAfter(OutputGrid grid, double edge, int count)
     return int(std::clamp(std::floor((edge - grid.first) / grid.step) + 1, 0.0, double(count)));
 }
 
-PlaneScaling scalingOf(const PictureFormat& format, int plane, AxisMapping down, int rows)
+PlaneScaling scalingOf(const PictureFormat& format, const Footprint& print, int plane, int rows)
 {
     const RangeConversion range = rangeConversionOf(format, plane);
     PlaneScaling scaling;
     scaling.sourceWidth = plane == 0 ? format.width : format.chromaWidth();
     scaling.depth = format.bitDepth;
+    scaling.shiftY = plane == 0 ? 0 : format.chromaShiftY;
+    scaling.lumaHeight = format.height;
+    scaling.across = mappingOf(OutputGrid::columns(plane), print.left, print.sampleWidth,
+                               plane == 0 ? 0 : format.chromaShiftX, siteZeroX(format, plane));
+    const AxisMapping down =
+        mappingOf(OutputGrid::rows(plane), print.top, print.sampleHeight, scaling.shiftY, siteZeroY(format, plane));
     scaling.down = makeAxisFilter(down, 0, rows, plane == 0 ? format.height : format.chromaHeight(), range.gain);
     scaling.offset = int(std::lround(range.offset * (1 << kFineFractionBits)));
     scaling.isDithered = format.bitDepth > 8;
@@ -107,9 +115,10 @@ PlaneScaling scalingOf(const PictureFormat& format, int plane, AxisMapping down,
     scaling.isQuick = !scaling.isDithered && taps <= 4;
     scaling.verticalTaps = scaling.isQuick ? 4 : taps + taps % 2;
     scaling.verticalWeights.assign(size_t(rows) * size_t(scaling.verticalTaps), 0);
-    for (int row = 0; row < rows; ++row)
+    for (int row = 0; row < rows; ++row) {
         std::copy_n(scaling.down.weightsOf(row), taps,
                     scaling.verticalWeights.begin() + ptrdiff_t(row) * scaling.verticalTaps);
+    }
     return scaling;
 }
 
@@ -120,50 +129,42 @@ CompositionPlan::CompositionPlan(const CompositeLayout& layout, int width, int h
     : m_width(width)
     , m_height(height)
 {
-    for (int plane = 0; plane < 3; ++plane)
-        planPlane(layout, plane, below, above);
+    const Footprint belowPrint = footprintOf(layout.placeBelow(squaredSize(below)), below, m_height);
+    for (int plane = 0; plane < 3; ++plane) {
+        m_scalings[size_t(Layer::below)][size_t(plane)] = scalingOf(below, belowPrint, plane, allRows(plane).length());
+        planRows(layout, plane, above ? planAbove(layout, plane, *above) : Cover{});
+    }
 }
 
-void CompositionPlan::planPlane(const CompositeLayout& layout, int plane, const PictureFormat& below,
-                                const PictureFormat* above)
+CompositionPlan::Cover CompositionPlan::planAbove(const CompositeLayout& layout, int plane, const PictureFormat& above)
 {
-    const int columns = plane == 0 ? m_width : m_width / 2;
-    const int rows = plane == 0 ? m_height : m_height / 2;
+    const Footprint print = footprintOf(layout.placeAbove(squaredSize(above)), above, m_height);
+    if (!print.isUsable())
+        return {};
     const OutputGrid columnGrid = OutputGrid::columns(plane);
     const OutputGrid rowGrid = OutputGrid::rows(plane);
-    const auto describe = [&](Layer layer, const PictureFormat& format, const Footprint& print) {
-        const size_t side = size_t(layer);
-        const size_t p = size_t(plane);
-        const AxisMapping down = mappingOf(rowGrid, print.top, print.sampleHeight, plane == 0 ? 0 : format.chromaShiftY,
-                                           siteZeroY(format, plane));
-        m_across[side][p] = mappingOf(columnGrid, print.left, print.sampleWidth, plane == 0 ? 0 : format.chromaShiftX,
-                                      siteZeroX(format, plane));
-        m_scalings[side][p] = scalingOf(format, plane, down, rows);
-        m_chromaShiftY[side][p] = plane == 0 ? 0 : format.chromaShiftY;
-        m_sourceHeights[side][p] = format.height;
-    };
-    describe(Layer::below, below, footprintOf(layout.placeBelow(squaredSize(below)), below, m_height));
-    Span aboveColumns;
-    Span aboveRows;
-    if (above) {
-        const Footprint print = footprintOf(layout.placeAbove(squaredSize(*above)), *above, m_height);
-        if (print.isUsable()) {
-            aboveColumns = {firstAtOrAfter(columnGrid, print.left, columns),
-                            firstAtOrAfter(columnGrid, print.right, columns)};
-            aboveRows = {firstAfter(rowGrid, print.top, rows), firstAfter(rowGrid, print.bottom, rows)};
-            if (!aboveColumns.isEmpty() && !aboveRows.isEmpty())
-                describe(Layer::above, *above, print);
-            else
-                aboveRows = aboveColumns = {};
-        }
-    }
+    const int columns = allColumns(plane).end;
+    const int rows = allRows(plane).end;
+    const Cover cover{
+        {firstAfter(rowGrid, print.top, rows), firstAfter(rowGrid, print.bottom, rows)},
+        {firstAtOrAfter(columnGrid, print.left, columns), firstAtOrAfter(columnGrid, print.right, columns)}};
+    if (cover.rows.isEmpty() || cover.columns.isEmpty())
+        return {};
+    m_scalings[size_t(Layer::above)][size_t(plane)] = scalingOf(above, print, plane, rows);
+    return cover;
+}
 
+void CompositionPlan::planRows(const CompositeLayout& layout, int plane, const Cover& above)
+{
+    const OutputGrid grid = OutputGrid::rows(plane);
+    const int rows = allRows(plane).end;
     std::vector<int>& opacities = m_opacities[size_t(plane)];
     opacities.assign(size_t(rows), 0);
-    for (int row = aboveRows.begin; row < aboveRows.end; ++row)
-        opacities[size_t(row)] =
-            int(std::lround(layout.opacityAt(turnedOver(rowGrid.site(row), m_height)) * kOpacityOne));
-    // Runs of rows of one kind: nothing, the band, all of the above layer.
+    for (int row = above.rows.begin; row < above.rows.end; ++row) {
+        const double opacity = layout.opacityAt(turnedOver(grid.site(row), m_height));
+        opacities[size_t(row)] = int(std::lround(opacity * kOpacityOne));
+    }
+    // Runs of rows of one kind: nothing of the above layer, the band, all of it.
     const auto kindOf = [&](int row) {
         const int opacity = opacities[size_t(row)];
         return opacity <= 0 ? 0 : opacity >= kOpacityOne ? 2 : 1;
@@ -172,14 +173,14 @@ void CompositionPlan::planPlane(const CompositeLayout& layout, int plane, const 
         int end = row + 1;
         while (end < rows && kindOf(end) == kindOf(row))
             ++end;
-        addRows(plane, {row, end}, aboveColumns, opacities[size_t(row)]);
+        addRows(plane, {row, end}, above.columns, opacities[size_t(row)]);
         row = end;
     }
 }
 
 void CompositionPlan::addRows(int plane, Span rows, Span aboveColumns, int opacity)
 {
-    const Span all{0, plane == 0 ? m_width : m_width / 2};
+    const Span all = allColumns(plane);
     if (opacity <= 0) {
         addScaled(Layer::below, plane, rows, all);
     } else if (opacity >= kOpacityOne) {
@@ -212,8 +213,7 @@ int CompositionPlan::addRegion(Layer layer, int plane, Span columns)
     if (found != m_regions.end())
         return int(found - m_regions.begin());
     const PlaneScaling& source = scaling(layer, plane);
-    const AxisFilter filter =
-        makeAxisFilter(m_across[size_t(layer)][size_t(plane)], columns.begin, columns.end, source.sourceWidth);
+    const AxisFilter filter = makeAxisFilter(source.across, columns.begin, columns.end, source.sourceWidth);
     m_regions.push_back(
         {layer, plane, HorizontalTable(filter, source.sourceWidth, source.depth > 8 ? 2 : 1), filter.pureShift()});
     return int(m_regions.size()) - 1;
@@ -228,7 +228,7 @@ void CompositionPlan::splitFor(int workers)
     constexpr int kLowest = 16; // rows
     std::vector<Piece> split;
     for (const Piece& piece : m_pieces) {
-        const int planeRows = piece.plane == 0 ? m_height : m_height / 2;
+        const int planeRows = allRows(piece.plane).length();
         const int height = std::max(kLowest, planeRows / (workers * kPiecesPerWorker));
         for (int row = piece.rows.begin; row < piece.rows.end; row += height) {
             split.push_back(piece);
@@ -247,10 +247,9 @@ Span CompositionPlan::rowsRead(Layer layer) const
         if (!isRead)
             continue;
         const PlaneScaling& source = scaling(layer, piece.plane);
-        const int shift = m_chromaShiftY[size_t(layer)][size_t(piece.plane)];
-        const int height = m_sourceHeights[size_t(layer)][size_t(piece.plane)];
-        const int begin = source.down.first[size_t(piece.rows.begin)] << shift;
-        const int end = std::min(height, (source.down.first[size_t(piece.rows.end) - 1] + source.down.taps) << shift);
+        const int begin = source.down.first[size_t(piece.rows.begin)] << source.shiftY;
+        const int behind = source.down.first[size_t(piece.rows.end) - 1] + source.down.taps;
+        const int end = std::min(source.lumaHeight, behind << source.shiftY);
         read = read.isEmpty() ? Span{begin, end} : Span{std::min(read.begin, begin), std::max(read.end, end)};
     }
     return read;
@@ -262,16 +261,6 @@ int CompositionPlan::widestRegion() const
     for (const Region& region : m_regions)
         widest = std::max(widest, region.across.paddedCount());
     return widest;
-}
-
-int CompositionPlan::mostVerticalTaps() const
-{
-    int most = 1;
-    for (const auto& layer : m_scalings) {
-        for (const PlaneScaling& scaling : layer)
-            most = std::max(most, scaling.down.taps);
-    }
-    return most;
 }
 
 }

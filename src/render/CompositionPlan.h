@@ -4,6 +4,7 @@
 #include "render/AxisFilter.h"
 #include "render/CompositeGeometry.h"
 #include "render/HorizontalTable.h"
+#include "render/Span.h"
 
 #include <array>
 #include <optional>
@@ -13,19 +14,13 @@ namespace zumeta {
 
 enum class Layer { below, above };
 
-/// Half-open range of rows or columns.
-struct Span {
-    int begin = 0;
-    int end = 0;
-    bool isEmpty() const { return begin >= end; }
-    int length() const { return end - begin; }
-    friend bool operator==(const Span&, const Span&) = default;
-};
-
 /// How the rows of one plane of one layer come about, over the whole height of the result.
 struct PlaneScaling {
     int sourceWidth = 0;
     int depth = 8;
+    int shiftY = 0;     ///< log2 of luma rows per row of this plane
+    int lumaHeight = 0; ///< of the source
+    AxisMapping across;
     AxisFilter down;
     /// The weights of `down`, filled up to a number that the kernels take.
     int verticalTaps = 0;
@@ -79,10 +74,17 @@ public:
     /// Luma rows of a layer's picture that are read, and all that chroma needs with them.
     Span rowsRead(Layer layer) const;
     int widestRegion() const;
-    int mostVerticalTaps() const;
 
 private:
-    void planPlane(const CompositeLayout& layout, int plane, const PictureFormat& below, const PictureFormat* above);
+    /// Half-open ranges of the rows and columns of a plane whose sites lie in the above picture; both empty if none do.
+    struct Cover {
+        Span rows;
+        Span columns;
+    };
+    Cover planAbove(const CompositeLayout& layout, int plane, const PictureFormat& above);
+    void planRows(const CompositeLayout& layout, int plane, const Cover& above);
+    Span allColumns(int plane) const { return {0, plane == 0 ? m_width : m_width / 2}; }
+    Span allRows(int plane) const { return {0, plane == 0 ? m_height : m_height / 2}; }
     void addRows(int plane, Span rows, Span aboveColumns, int opacity);
     int addRegion(Layer layer, int plane, Span columns);
     void addScaled(Layer layer, int plane, Span rows, Span columns);
@@ -90,9 +92,6 @@ private:
     int m_width;
     int m_height;
     std::array<std::array<PlaneScaling, 3>, 2> m_scalings;
-    std::array<std::array<AxisMapping, 3>, 2> m_across;
-    std::array<std::array<int, 3>, 2> m_chromaShiftY{};
-    std::array<std::array<int, 3>, 2> m_sourceHeights{};
     std::array<std::vector<int>, 3> m_opacities;
     std::vector<Region> m_regions;
     std::vector<Piece> m_pieces;

@@ -8,14 +8,14 @@
 
 namespace zumeta {
 
-struct ScalingKernels;
+/// Which inner loops to use; the pictures are the same to the bit.
+enum class CompositorKernels { best, portable };
 
 struct CompositorOptions {
     int threads = 1; ///< that share the rows of a frame, the caller included
     /// Laid over every frame; of the layout's size.
     std::shared_ptr<const MarkImage> mark;
-    /// Inner loops to use instead of the best for this processor; the result is the same to the bit.
-    const ScalingKernels* kernels = nullptr;
+    CompositorKernels kernels = CompositorKernels::best;
 };
 
 /// Composes frames as a layout tells: the below picture fills the frame, the above picture lies over it and fades in
@@ -34,8 +34,12 @@ public:
     FrameCompositor(FrameCompositor&&) noexcept;
     FrameCompositor& operator=(FrameCompositor&&) noexcept;
 
-    /// Without an above picture the frame is the below picture alone. Formats may change from call to call, at the
-    /// price of a new plan.
+    /// Another layout for the frames that follow; threads and buffers stay. A mark is drawn only over frames of its
+    /// size.
+    void setLayout(const CompositeLayout& layout);
+
+    /// `out` has the size of the layout's picture. Without an above picture the frame is the below picture alone.
+    /// Formats may change from call to call, at the price of a new plan.
     void compose(const VideoPicture& below, const VideoPicture* above, const WritablePicture& out);
 
 private:

@@ -8,10 +8,12 @@ namespace zumeta {
 
 namespace {
 
-constexpr int kGroup = 16;    // results
-constexpr int kRunBytes = 16; // of source samples that four results share
-constexpr int kRunTaps = 8;   // taps come in such runs where four results share nothing
-constexpr int kMostLanePairs = 4;
+constexpr int kGroup = 16;          // results
+constexpr int kRunBytes = 16;       // of source samples that four results share
+constexpr int kRunTaps = 8;         // taps come in such runs where four results share nothing
+constexpr int kMostQuickTaps = 6;   // that the kernels know; more would add up too many roundings
+constexpr int kMostSharedPairs = 4; // that the kernels know
+constexpr int kMostLanePairs = 16;  // more taps are as fast one result at a time
 
 int roundedUp(int value, int multiple)
 {
@@ -45,15 +47,70 @@ int HorizontalTable::paddedCount() const
 
 HorizontalTaps HorizontalTable::taps() const
 {
-    return {m_count, m_taps, m_first.data(), m_weights.data(), m_lanePairs, m_laneBase.data(), m_lanes.data()};
+    HorizontalTaps taps;
+    taps.count = m_count;
+    taps.taps = m_taps;
+    taps.first = m_first.data();
+    taps.weights = m_weights.data();
+    taps.quickTaps = m_quickTaps;
+    taps.lanePairs = m_lanePairs;
+    taps.sharesRun = m_sharesRun;
+    taps.laneBase = m_laneBase.data();
+    taps.lanes = m_lanes.data();
+    return taps;
+}
+
+/// Where the runs start; false where one does not hold all that it should.
+bool HorizontalTable::chooseBases(const Grouping& grouping, int runSamples)
+{
+    m_laneBase.clear();
+    const int runs = grouping.sharesRun ? 1 : grouping.blocks;
+    for (size_t i = 0; i < m_low.size(); i += size_t(grouping.resultsInRun)) {
+        const auto group = m_low.begin() + ptrdiff_t(i);
+        const auto [lowest, highest] = std::minmax_element(group, group + grouping.resultsInRun);
+        for (int run = 0; run < runs; ++run) {
+            const int offset = grouping.tapsInBlock * run;
+            const int base = std::min(*lowest + offset, m_readable - runSamples);
+            // What lies past the row has no weight.
+            const int last = std::min(*highest + offset + grouping.tapsInRun, m_readable) - 1;
+            if (last - base >= runSamples)
+                return false;
+            m_laneBase.push_back(base);
+        }
+    }
+    return true;
+}
+
+void HorizontalTable::layOutBlocks(const Grouping& grouping, int bytesPerSample)
+{
+    constexpr size_t kBlock = 64; // 32 bytes of picks, 16 weights
+    const int resultsInBlock = 16 / grouping.tapsInBlock;
+    m_lanes.assign(m_first.size() / size_t(resultsInBlock) * size_t(grouping.blocks) * kBlock, 0);
+    for (int i = 0; i < int(m_first.size()); ++i) {
+        const size_t result = size_t(i);
+        for (int t = 0; t < grouping.tapsInBlock * grouping.blocks; ++t) {
+            const int block = t / grouping.tapsInBlock;
+            uint8_t* const picks = m_lanes.data() + size_t(i / resultsInBlock * grouping.blocks + block) * kBlock;
+            const size_t slot = size_t(i % resultsInBlock * grouping.tapsInBlock + t % grouping.tapsInBlock); // of 16
+            const int index = m_low[result] - m_first[result] + t;
+            const int16_t weight = index < m_taps ? m_weights[result * size_t(m_taps) + size_t(index)] : int16_t(0);
+            const int run = grouping.sharesRun ? 0 : block;
+            const int base =
+                m_laneBase[size_t(i / grouping.resultsInRun * (grouping.sharesRun ? 1 : grouping.blocks) + run)];
+            const int sample = weight != 0 ? m_low[result] + t - base : 0;
+            constexpr uint8_t kNothing = 0x80;   // picks a 0
+            const bool isHigh = m_quickTaps > 0; // the sample goes to the high byte of its word
+            picks[slot * 2] = isHigh ? kNothing : uint8_t(sample * bytesPerSample);
+            picks[slot * 2 + 1] = isHigh ? uint8_t(sample) : bytesPerSample == 1 ? kNothing : uint8_t(sample * 2 + 1);
+            std::memcpy(picks + 32 + slot * 2, &weight, sizeof(weight));
+        }
+    }
 }
 
 void HorizontalTable::layOutLanes(int bytesPerSample)
 {
-    const int runSamples = kRunBytes / bytesPerSample;
-    // Which taps are used at all, over all results: the padding of the table must not make windows wider than needed.
-    std::vector<int> low(m_first.size());
-    int pairs = 1;
+    int taps = 1;
+    m_low.resize(m_first.size());
     for (size_t i = 0; i < m_first.size(); ++i) {
         const int16_t* const weights = m_weights.data() + i * size_t(m_taps);
         int from = 0;
@@ -62,44 +119,25 @@ void HorizontalTable::layOutLanes(int bytesPerSample)
             ++from;
         while (to - 1 > from && weights[to - 1] == 0)
             --to;
-        low[i] = m_first[i] + from;
-        pairs = std::max(pairs, (to - from + 1) / 2);
+        m_low[i] = m_first[i] + from;
+        taps = std::max(taps, to - from);
     }
-    if (pairs > kMostLanePairs)
-        return;
-    std::vector<int32_t> bases;
-    for (size_t i = 0; i < m_first.size(); i += 4) {
-        const int base = std::min(*std::min_element(low.begin() + ptrdiff_t(i), low.begin() + ptrdiff_t(i) + 4),
-                                  m_readable - runSamples);
-        bases.push_back(base);
-        for (size_t j = i; j < i + 4; ++j) {
-            // Taps that lie past the run must be empty ones.
-            const int16_t* const weights = m_weights.data() + j * size_t(m_taps);
-            for (int t = low[j] - m_first[j]; t < m_taps; ++t) {
-                if (weights[t] != 0 && m_first[j] + t - base >= runSamples)
-                    return;
-            }
-        }
+    const int pairs = (taps + 1) / 2;
+    const int runSamples = kRunBytes / bytesPerSample;
+    const Grouping quick{8, taps, 1, taps, true};
+    const Grouping shared{4, 2 * pairs, 2, pairs, true};
+    const Grouping separate{4, 2, 2, pairs, false};
+    if (bytesPerSample == 1 && taps <= kMostQuickTaps && chooseBases(quick, runSamples)) {
+        m_quickTaps = taps;
+        layOutBlocks(quick, bytesPerSample);
+    } else if (pairs <= kMostSharedPairs && chooseBases(shared, runSamples)) {
+        m_lanePairs = pairs;
+        m_sharesRun = true;
+        layOutBlocks(shared, bytesPerSample);
+    } else if (pairs <= kMostLanePairs && chooseBases(separate, runSamples)) {
+        m_lanePairs = pairs;
+        layOutBlocks(separate, bytesPerSample);
     }
-
-    constexpr size_t kBlock = 64; // 32 bytes of picks, 16 weights
-    m_lanes.assign(m_first.size() / 8 * size_t(pairs) * kBlock, 0);
-    for (size_t i = 0; i < m_first.size(); ++i) {
-        const int base = bases[i / 4];
-        for (int t = 0; t < 2 * pairs; ++t) {
-            uint8_t* const block = m_lanes.data() + ((i / 8) * size_t(pairs) + size_t(t / 2)) * kBlock;
-            const size_t slot = (i % 8) * 2 + size_t(t % 2); // of 16
-            const int index = low[i] - m_first[i] + t;
-            const bool inTable = index < m_taps;
-            const int16_t weight = inTable ? m_weights[i * size_t(m_taps) + size_t(index)] : int16_t(0);
-            const int sample = weight != 0 ? low[i] + t - base : 0;
-            block[slot * 2] = uint8_t(sample * bytesPerSample);
-            block[slot * 2 + 1] = bytesPerSample == 1 ? uint8_t(0x80) : uint8_t(sample * 2 + 1);
-            std::memcpy(block + 32 + slot * 2, &weight, sizeof(weight));
-        }
-    }
-    m_lanePairs = pairs;
-    m_laneBase = std::move(bases);
 }
 
 }

@@ -22,6 +22,16 @@ public:
     int readableSamples() const { return m_readable; }
 
 private:
+    /// How results are grouped so that vector code reads their samples from runs of 16 bytes.
+    struct Grouping {
+        int resultsInRun; ///< that share one run
+        int tapsInRun;
+        int tapsInBlock; ///< that one block of picks and weights holds per result
+        int blocks;      ///< per result
+        bool sharesRun;  ///< over all blocks
+    };
+    bool chooseBases(const Grouping& grouping, int runSamples);
+    void layOutBlocks(const Grouping& grouping, int bytesPerSample);
     void layOutLanes(int bytesPerSample);
 
     int m_begin = 0;
@@ -30,7 +40,10 @@ private:
     int m_readable = 0;
     std::vector<int32_t> m_first;
     std::vector<int16_t> m_weights;
+    std::vector<int32_t> m_low; ///< per result: first sample with a weight
+    int m_quickTaps = 0;
     int m_lanePairs = 0;
+    bool m_sharesRun = false;
     std::vector<int32_t> m_laneBase;
     std::vector<uint8_t> m_lanes;
 };

@@ -2,6 +2,7 @@
 #include "render/RowScaler.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace zumeta {
@@ -22,43 +23,67 @@ void RowBuffer::reserve(int rows, int samples)
     m_stride = stride;
 }
 
-RowScaler::RowScaler(const ScalingKernels& kernels, const PlaneScaling& scaling, const Region& region, PlaneView source,
-                     ScalerScratch& scratch)
+RowScaler::RowScaler(const ScalingKernels& kernels, const PlaneScaling& scaling, const Region& region, Span rows,
+                     PlaneView source, ScalerScratch& scratch)
     : m_kernels(kernels)
     , m_scaling(scaling)
     , m_region(region)
+    , m_endOfSource(scaling.down.first[size_t(rows.end) - 1] + scaling.down.taps)
+    , m_ringRows(scaling.down.taps + kRowsAtOnce - 1)
     , m_source(source)
     , m_scratch(scratch)
 {
     // Vector code reads whole registers past the last sample.
     constexpr int kOverread = 32;
-    m_scratch.ring.reserve(scaling.down.taps, region.across.paddedCount() + kOverread);
-    m_scratch.ringRows.assign(size_t(scaling.down.taps), -1);
+    m_scratch.ring.reserve(m_ringRows, region.across.paddedCount() + kOverread);
+    m_scratch.ringRows.assign(size_t(m_ringRows), -1);
     m_scratch.taps.resize(size_t(scaling.verticalTaps));
 }
 
-void RowScaler::scaleAcross(int sourceRow, int16_t* out)
+void RowScaler::widen(const uint8_t* row, int16_t* out) const
 {
-    const uint8_t* row = m_source.data + m_source.stride * sourceRow;
+    const ptrdiff_t column = m_region.across.begin() + *m_region.shift;
+    if (m_scaling.depth == 8)
+        m_kernels.widen8(row + column, m_region.across.count(), out);
+    else
+        m_kernels.widen16(reinterpret_cast<const uint16_t*>(row) + column, m_region.across.count(), m_scaling.depth,
+                          out);
+}
+
+/// Scales this source row and those after it that will be needed too, as many as the kernels take at once.
+void RowScaler::scaleAcross(int firstRow)
+{
     const HorizontalTable& across = m_region.across;
-    const size_t bytesPerSample = m_scaling.depth > 8 ? 2 : 1;
+    const int count = std::min(kRowsAtOnce, m_endOfSource - firstRow);
+    std::array<const uint8_t*, kRowsAtOnce> rows{};
+    std::array<int16_t*, kRowsAtOnce> results{};
+    for (int r = 0; r < count; ++r) {
+        const int slot = (firstRow + r) % m_ringRows;
+        rows[size_t(r)] = m_source.data + m_source.stride * (firstRow + r);
+        results[size_t(r)] = m_scratch.ring.row(slot);
+        m_scratch.ringRows[size_t(slot)] = firstRow + r;
+    }
     if (m_region.shift) {
-        row += ptrdiff_t(across.begin() + *m_region.shift) * ptrdiff_t(bytesPerSample);
-        if (bytesPerSample == 1)
-            m_kernels.widen8(row, across.count(), out);
-        else
-            m_kernels.widen16(reinterpret_cast<const uint16_t*>(row), across.count(), m_scaling.depth, out);
+        for (int r = 0; r < count; ++r)
+            widen(rows[size_t(r)], results[size_t(r)]);
         return;
     }
     if (across.readableSamples() > m_scaling.sourceWidth) {
-        m_scratch.staged.resize(size_t(across.readableSamples()) * bytesPerSample);
-        std::memcpy(m_scratch.staged.data(), row, size_t(m_scaling.sourceWidth) * bytesPerSample);
-        row = m_scratch.staged.data();
+        const size_t bytesPerSample = m_scaling.depth > 8 ? 2 : 1;
+        const size_t rowBytes = size_t(across.readableSamples()) * bytesPerSample;
+        m_scratch.staged.resize(rowBytes * kRowsAtOnce);
+        for (int r = 0; r < count; ++r) {
+            uint8_t* const staged = m_scratch.staged.data() + size_t(r) * rowBytes;
+            std::memcpy(staged, rows[size_t(r)], size_t(m_scaling.sourceWidth) * bytesPerSample);
+            rows[size_t(r)] = staged;
+        }
     }
-    if (bytesPerSample == 1)
-        m_kernels.horizontal8(row, across.taps(), out);
+    HorizontalTaps taps = across.taps();
+    taps.ahead = m_source.stride * kRowsAtOnce;
+    if (m_scaling.depth == 8)
+        m_kernels.horizontal8(rows.data(), count, taps, results.data());
     else
-        m_kernels.horizontal16(reinterpret_cast<const uint16_t*>(row), across.taps(), m_scaling.depth, out);
+        m_kernels.horizontal16(rows.data(), count, taps, m_scaling.depth, results.data());
 }
 
 void RowScaler::gather(int row)
@@ -66,14 +91,10 @@ void RowScaler::gather(int row)
     const int taps = m_scaling.down.taps;
     const int first = m_scaling.down.first[size_t(row)];
     for (int t = 0; t < taps; ++t) {
-        const int slot = (first + t) % taps;
-        int16_t* const samples = m_scratch.ring.row(slot);
-        int& standing = m_scratch.ringRows[size_t(slot)];
-        if (standing != first + t) {
-            scaleAcross(first + t, samples);
-            standing = first + t;
-        }
-        m_scratch.taps[size_t(t)] = samples;
+        const int slot = (first + t) % m_ringRows;
+        if (m_scratch.ringRows[size_t(slot)] != first + t)
+            scaleAcross(first + t);
+        m_scratch.taps[size_t(t)] = m_scratch.ring.row(slot);
     }
     // Filled-up taps have no weight: any row will do.
     std::fill(m_scratch.taps.begin() + taps, m_scratch.taps.end(), m_scratch.taps[0]);

@@ -27,14 +27,15 @@ struct ScalerScratch {
     RowBuffer ring;            ///< rows after the horizontal pass
     std::vector<int> ringRows; ///< which source row stands in each, or -1
     std::vector<const int16_t*> taps;
-    std::vector<uint8_t> staged; ///< a row of a picture too narrow for the kernels
+    std::vector<uint8_t> staged; ///< rows of a picture too narrow for the kernels
 };
 
 /// Makes rows of one region from the top down, each source row scaled across once.
 class RowScaler {
 public:
-    RowScaler(const ScalingKernels& kernels, const PlaneScaling& scaling, const Region& region, PlaneView source,
-              ScalerScratch& scratch);
+    /// For result rows that lie in `rows`.
+    RowScaler(const ScalingKernels& kernels, const PlaneScaling& scaling, const Region& region, Span rows,
+              PlaneView source, ScalerScratch& scratch);
 
     /// The samples as bytes. `bias` as the kernels take it.
     void bytes(int row, const int16_t* bias, uint8_t* out);
@@ -43,11 +44,14 @@ public:
 
 private:
     void gather(int row);
-    void scaleAcross(int sourceRow, int16_t* out);
+    void scaleAcross(int firstRow);
+    void widen(const uint8_t* row, int16_t* out) const;
 
     const ScalingKernels& m_kernels;
     const PlaneScaling& m_scaling;
     const Region& m_region;
+    int m_endOfSource; ///< behind the last source row that is needed
+    int m_ringRows;
     PlaneView m_source;
     ScalerScratch& m_scratch;
 };

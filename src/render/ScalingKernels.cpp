@@ -27,31 +27,47 @@ int16_t roundedProduct(int32_t a, int32_t b)
     return int16_t((a * b + (1 << 14)) >> 15);
 }
 
-void horizontal8(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
+/// Samples are taken as (value - 128) * 256, so that a rounding multiplication gives coarse samples.
+int16_t quickSample(const uint8_t* samples, const int16_t* weights, int taps)
+{
+    int32_t sum = 0;
+    for (int t = 0; t < taps; ++t)
+        sum += roundedProduct((samples[t] - 128) * 256, weights[t]);
+    return int16_t(sum);
+}
+
+int16_t exactSample(const uint8_t* samples, const int16_t* weights, int taps)
 {
     constexpr int kShift = kWeightBits - kCoarseFractionBits;
-    constexpr int kBias = (1 << (kShift - 1)) - (128 << kWeightBits);
-    for (int i = 0; i < taps.count; ++i) {
-        const uint8_t* const samples = row + taps.first[i];
-        const int16_t* const weights = taps.weights + ptrdiff_t(i) * taps.taps;
-        int32_t sum = kBias;
-        for (int t = 0; t < taps.taps; ++t)
-            sum += samples[t] * weights[t];
-        coarse[i] = saturated(sum >> kShift);
+    int32_t sum = (1 << (kShift - 1)) - (128 << kWeightBits);
+    for (int t = 0; t < taps; ++t)
+        sum += samples[t] * weights[t];
+    return saturated(sum >> kShift);
+}
+
+void horizontal8(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    const auto sample = taps.quickTaps > 0 ? quickSample : exactSample;
+    for (int row = 0; row < rowCount; ++row) {
+        for (int i = 0; i < taps.count; ++i)
+            coarse[row][i] = sample(rows[row] + taps.first[i], taps.weights + ptrdiff_t(i) * taps.taps, taps.taps);
     }
 }
 
-void horizontal16(const uint16_t* row, const HorizontalTaps& taps, int depth, int16_t* coarse)
+void horizontal16(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int depth,
+                  int16_t* const* coarse)
 {
     const int shift = kWeightBits - kCoarseFractionBits + depth - 8;
     const int centre = 1 << (depth - 1);
-    for (int i = 0; i < taps.count; ++i) {
-        const uint16_t* const samples = row + taps.first[i];
-        const int16_t* const weights = taps.weights + ptrdiff_t(i) * taps.taps;
-        int32_t sum = 1 << (shift - 1);
-        for (int t = 0; t < taps.taps; ++t)
-            sum += int16_t(samples[t] - centre) * weights[t]; // wraps on impossible samples, as the vector code does
-        coarse[i] = saturated(sum >> shift);
+    for (int row = 0; row < rowCount; ++row) {
+        for (int i = 0; i < taps.count; ++i) {
+            const uint16_t* const samples = reinterpret_cast<const uint16_t*>(rows[row]) + taps.first[i];
+            const int16_t* const weights = taps.weights + ptrdiff_t(i) * taps.taps;
+            int32_t sum = 1 << (shift - 1);
+            for (int t = 0; t < taps.taps; ++t)
+                sum += int16_t(samples[t] - centre) * weights[t]; // wraps on impossible samples, as vector code does
+            coarse[row][i] = saturated(sum >> shift);
+        }
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 // Included by code that is compiled for newer processors only: nothing but plain declarations may stand here, since
 // an inline function compiled there could be linked into code that runs everywhere.
+#include <cstddef>
 #include <cstdint>
 
 namespace zumeta {
@@ -15,6 +16,7 @@ inline constexpr int kFineFractionBits = 6;
 inline constexpr int kFineCentre = 128 << kFineFractionBits;
 /// Bias patterns repeat after so many columns.
 inline constexpr int kBiasPeriod = 8;
+inline constexpr int kRowsAtOnce = 4;
 /// Opacities are fractions of this.
 inline constexpr int kOpacityOne = 1 << 15;
 
@@ -25,17 +27,27 @@ struct HorizontalTaps {
     int taps = 0;
     const int32_t* first = nullptr;   ///< per result: its first source sample
     const int16_t* weights = nullptr; ///< per result: `taps` weights
-    /// Where four neighbouring results read from one run of 16 bytes: `lanePairs` times two taps, else 0.
+    /// 8 bit only: each product is rounded by itself, to 1/256 of a code; otherwise they are summed first. The number
+    /// of taps where eight neighbouring results read from one run of 16 bytes, else 0.
+    int quickTaps = 0;
+    /// Where four neighbouring results read a pair of taps from one run of 16 bytes: the number of pairs, else 0.
     int lanePairs = 0;
-    const int32_t* laneBase = nullptr; ///< per four results: first source sample of their 16 bytes
-    /// Per eight results and pair of taps: 32 bytes that pick the samples, then 16 weights.
+    bool sharesRun = false; ///< all pairs of four results read from the same run
+    /// First source sample of the run per eight results (quick), per four, or per four and pair.
+    const int32_t* laneBase = nullptr;
+    /// Per sixteen results and tap (quick), or per eight and pair: 32 bytes that pick the samples, then 16 weights.
     const uint8_t* lanes = nullptr;
+    /// Bytes from a row to the one that comes next in its place: fetched while this one is worked on, since the rows of
+    /// a picture are too short and too many for the processor to foresee. 0 to fetch nothing.
+    ptrdiff_t ahead = 0;
 };
 
 /// The inner loops. All variants give the same bits.
 struct ScalingKernels {
-    void (*horizontal8)(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse);
-    void (*horizontal16)(const uint16_t* row, const HorizontalTaps& taps, int depth, int16_t* coarse);
+    /// Up to kRowsAtOnce rows in one go: reading the table costs as much as reading a row.
+    void (*horizontal8)(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int16_t* const* coarse);
+    void (*horizontal16)(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int depth,
+                         int16_t* const* coarse);
     /// Samples taken as they are.
     void (*widen8)(const uint8_t* row, int count, int16_t* coarse);
     void (*widen16)(const uint16_t* row, int count, int depth, int16_t* coarse);

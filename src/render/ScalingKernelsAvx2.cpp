@@ -36,33 +36,116 @@ void storeTail(uint8_t* to, __m256i value, int count)
 
 // ---- horizontal ------------------------------------------------------------------------------------------------
 
-/// Eight results, the first four from the run at base[0], the others from the one at base[1].
-template <int bytesPerSample, int pairs>
-__m256i laneSums(const uint8_t* row, const int32_t* base, const uint8_t*& lanes, __m256i centre)
+/// A hint, which may lead anywhere.
+void fetch(const uint8_t* from, ptrdiff_t ahead)
 {
-    const __m128i low = load16(row + ptrdiff_t(base[0]) * bytesPerSample);
-    const __m128i high = load16(row + ptrdiff_t(base[1]) * bytesPerSample);
-    const __m256i samples = _mm256_sub_epi16(_mm256_inserti128_si256(_mm256_castsi128_si256(low), high, 1), centre);
-    __m256i sum = _mm256_madd_epi16(_mm256_shuffle_epi8(samples, load32(lanes)), load32(lanes + 32));
-    lanes += 64;
-    for (int pair = 1; pair < pairs; ++pair) {
-        sum = _mm256_add_epi32(sum, _mm256_madd_epi16(_mm256_shuffle_epi8(samples, load32(lanes)), load32(lanes + 32)));
-        lanes += 64;
-    }
-    return sum;
+    _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(from) + uintptr_t(ahead)), _MM_HINT_T0);
 }
 
-template <int bytesPerSample, int pairs>
-void horizontalLanes(const uint8_t* row, const HorizontalTaps& taps, __m256i centre, __m256i bias, __m128i shift,
-                     int16_t* coarse)
+/// Eight results' samples: the first four read from the run at base[0], the others from the one at base[step].
+template <int bytesPerSample>
+__m256i laneSamples(const uint8_t* row, const int32_t* base, int step, __m256i centre)
 {
+    const __m128i low = load16(row + ptrdiff_t(base[0]) * bytesPerSample);
+    const __m128i high = load16(row + ptrdiff_t(base[step]) * bytesPerSample);
+    const __m256i samples = _mm256_inserti128_si256(_mm256_castsi128_si256(low), high, 1);
+    if constexpr (bytesPerSample == 1)
+        return samples;
+    else
+        return _mm256_sub_epi16(samples, centre);
+}
+
+struct HorizontalConstants {
+    __m256i centre;
+    __m256i bias;
+    __m128i shift;
+};
+
+/// `sharedPairs`: number of pairs where they share a run, else 0.
+template <int bytesPerSample, int sharedPairs, int rowCount>
+void horizontalLanes(const uint8_t* const* rows, const HorizontalTaps& taps, const HorizontalConstants& constants,
+                     int16_t* const* coarse)
+{
+    const int pairs = sharedPairs > 0 ? sharedPairs : taps.lanePairs;
     const uint8_t* lanes = taps.lanes;
     const int32_t* base = taps.laneBase;
-    for (int i = 0; i < taps.count; i += 16, base += 4) {
-        const __m256i a = _mm256_add_epi32(laneSums<bytesPerSample, pairs>(row, base, lanes, centre), bias);
-        const __m256i b = _mm256_add_epi32(laneSums<bytesPerSample, pairs>(row, base + 2, lanes, centre), bias);
-        const __m256i packed = _mm256_packs_epi32(_mm256_sra_epi32(a, shift), _mm256_sra_epi32(b, shift));
-        store32(coarse + i, _mm256_permute4x64_epi64(packed, 0xD8));
+    for (int i = 0; i < taps.count; i += 8) {
+        __m256i sums[rowCount];
+        __m256i samples[rowCount];
+        for (int r = 0; r < rowCount; ++r) {
+            sums[r] = constants.bias;
+            if constexpr (sharedPairs > 0)
+                samples[r] = laneSamples<bytesPerSample>(rows[r], base, 1, constants.centre);
+            fetch(rows[r] + ptrdiff_t(base[0]) * bytesPerSample, taps.ahead);
+        }
+        for (int pair = 0; pair < pairs; ++pair, lanes += 64) {
+            const __m256i picks = load32(lanes);
+            const __m256i weights = load32(lanes + 32);
+            for (int r = 0; r < rowCount; ++r) {
+                if constexpr (sharedPairs == 0)
+                    samples[r] = laneSamples<bytesPerSample>(rows[r], base + pair, pairs, constants.centre);
+                const __m256i picked = _mm256_shuffle_epi8(samples[r], picks);
+                sums[r] = _mm256_add_epi32(sums[r], _mm256_madd_epi16(picked, weights));
+            }
+        }
+        base += sharedPairs > 0 ? 2 : 2 * pairs;
+        for (int r = 0; r < rowCount; ++r) {
+            const __m256i shifted = _mm256_sra_epi32(sums[r], constants.shift);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(coarse[r] + i),
+                             _mm_packs_epi32(_mm256_castsi256_si128(shifted), _mm256_extracti128_si256(shifted, 1)));
+        }
+    }
+}
+
+/// Sixteen results at once, eight from each run.
+template <int quickTaps, int rowCount>
+void horizontalQuick(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    const __m256i centre = _mm256_set1_epi8(int8_t(-128));
+    const uint8_t* lanes = taps.lanes;
+    const int32_t* base = taps.laneBase;
+    for (int i = 0; i < taps.count; i += 16, base += 2) {
+        __m256i samples[rowCount];
+        __m256i sums[rowCount];
+        for (int r = 0; r < rowCount; ++r) {
+            samples[r] = _mm256_xor_si256(laneSamples<1>(rows[r], base, 1, centre), centre);
+            fetch(rows[r] + base[0], taps.ahead);
+        }
+        for (int tap = 0; tap < quickTaps; ++tap, lanes += 64) {
+            const __m256i picks = load32(lanes);
+            const __m256i weights = load32(lanes + 32);
+            for (int r = 0; r < rowCount; ++r) {
+                const __m256i product = _mm256_mulhrs_epi16(_mm256_shuffle_epi8(samples[r], picks), weights);
+                sums[r] = tap == 0 ? product : _mm256_add_epi16(sums[r], product);
+            }
+        }
+        for (int r = 0; r < rowCount; ++r)
+            store32(coarse[r] + i, sums[r]);
+    }
+}
+
+template <int rowCount>
+void quickRows(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    switch (taps.quickTaps) {
+    case 1:
+        horizontalQuick<1, rowCount>(rows, taps, coarse);
+        break;
+    case 2:
+        horizontalQuick<2, rowCount>(rows, taps, coarse);
+        break;
+    case 3:
+        horizontalQuick<3, rowCount>(rows, taps, coarse);
+        break;
+    case 4:
+        horizontalQuick<4, rowCount>(rows, taps, coarse);
+        break;
+    case 5:
+        horizontalQuick<5, rowCount>(rows, taps, coarse);
+        break;
+    default:
+        horizontalQuick<6, rowCount>(rows, taps, coarse);
+        break;
     }
 }
 
@@ -82,59 +165,86 @@ __m128i runSum(const uint8_t* row, int first, const int16_t* weights, int taps, 
     return sum;
 }
 
+/// Any number of taps, anywhere.
 template <int bytesPerSample>
-void horizontalRuns(const uint8_t* row, const HorizontalTaps& taps, __m256i centre, __m256i bias, __m128i shift,
+void horizontalRuns(const uint8_t* row, const HorizontalTaps& taps, const HorizontalConstants& constants,
                     int16_t* coarse)
 {
-    const __m128i narrowCentre = _mm256_castsi256_si128(centre);
-    const __m128i narrowBias = _mm256_castsi256_si128(bias);
+    const __m128i centre = _mm256_castsi256_si128(constants.centre);
+    const __m128i bias = _mm256_castsi256_si128(constants.bias);
     const int16_t* weights = taps.weights;
     for (int i = 0; i < taps.count; i += 4) {
         __m128i sums[4];
         for (int j = 0; j < 4; ++j, weights += taps.taps)
-            sums[j] = runSum<bytesPerSample>(row, taps.first[i + j], weights, taps.taps, narrowCentre);
+            sums[j] = runSum<bytesPerSample>(row, taps.first[i + j], weights, taps.taps, centre);
         const __m128i all = _mm_hadd_epi32(_mm_hadd_epi32(sums[0], sums[1]), _mm_hadd_epi32(sums[2], sums[3]));
-        const __m128i shifted = _mm_sra_epi32(_mm_add_epi32(all, narrowBias), shift);
+        const __m128i shifted = _mm_sra_epi32(_mm_add_epi32(all, bias), constants.shift);
         _mm_storel_epi64(reinterpret_cast<__m128i*>(coarse + i), _mm_packs_epi32(shifted, shifted));
     }
 }
 
-template <int bytesPerSample>
-void horizontal(const uint8_t* row, const HorizontalTaps& taps, int centre, int bias, int shift, int16_t* coarse)
+template <int bytesPerSample, int rowCount>
+void horizontalRows(const uint8_t* const* rows, const HorizontalTaps& taps, const HorizontalConstants& constants,
+                    int16_t* const* coarse)
 {
-    const __m256i centres = _mm256_set1_epi16(int16_t(centre));
-    const __m256i biases = _mm256_set1_epi32(bias);
-    const __m128i shifts = _mm_cvtsi32_si128(shift);
-    switch (taps.lanePairs) {
+    if (taps.lanePairs == 0) {
+        for (int r = 0; r < rowCount; ++r)
+            horizontalRuns<bytesPerSample>(rows[r], taps, constants, coarse[r]);
+        return;
+    }
+    switch (taps.sharesRun ? taps.lanePairs : 0) {
     case 1:
-        horizontalLanes<bytesPerSample, 1>(row, taps, centres, biases, shifts, coarse);
+        horizontalLanes<bytesPerSample, 1, rowCount>(rows, taps, constants, coarse);
         break;
     case 2:
-        horizontalLanes<bytesPerSample, 2>(row, taps, centres, biases, shifts, coarse);
+        horizontalLanes<bytesPerSample, 2, rowCount>(rows, taps, constants, coarse);
         break;
     case 3:
-        horizontalLanes<bytesPerSample, 3>(row, taps, centres, biases, shifts, coarse);
+        horizontalLanes<bytesPerSample, 3, rowCount>(rows, taps, constants, coarse);
         break;
     case 4:
-        horizontalLanes<bytesPerSample, 4>(row, taps, centres, biases, shifts, coarse);
+        horizontalLanes<bytesPerSample, 4, rowCount>(rows, taps, constants, coarse);
         break;
     default:
-        horizontalRuns<bytesPerSample>(row, taps, centres, biases, shifts, coarse);
+        horizontalLanes<bytesPerSample, 0, rowCount>(rows, taps, constants, coarse);
         break;
     }
 }
 
-void horizontal8(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
+template <int bytesPerSample>
+void horizontal(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int centre, int bias, int shift,
+                int16_t* const* coarse)
 {
-    // The weights add up to one exactly, so 128 can be taken off the sum instead of off every sample.
-    constexpr int kShift = kWeightBits - kCoarseFractionBits;
-    horizontal<1>(row, taps, 0, (1 << (kShift - 1)) - (128 << kWeightBits), kShift, coarse);
+    const HorizontalConstants constants{_mm256_set1_epi16(int16_t(centre)), _mm256_set1_epi32(bias),
+                                        _mm_cvtsi32_si128(shift)};
+    if (rowCount == kRowsAtOnce) {
+        horizontalRows<bytesPerSample, kRowsAtOnce>(rows, taps, constants, coarse);
+        return;
+    }
+    for (int r = 0; r < rowCount; ++r)
+        horizontalRows<bytesPerSample, 1>(rows + r, taps, constants, coarse + r);
 }
 
-void horizontal16(const uint16_t* row, const HorizontalTaps& taps, int depth, int16_t* coarse)
+void horizontal8(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int16_t* const* coarse)
+{
+    if (taps.quickTaps > 0) {
+        int r = 0;
+        for (; r + kRowsAtOnce <= rowCount; r += kRowsAtOnce)
+            quickRows<kRowsAtOnce>(rows + r, taps, coarse + r);
+        for (; r < rowCount; ++r)
+            quickRows<1>(rows + r, taps, coarse + r);
+        return;
+    }
+    // The weights add up to one exactly, so 128 can be taken off the sum instead of off every sample.
+    constexpr int kShift = kWeightBits - kCoarseFractionBits;
+    horizontal<1>(rows, rowCount, taps, 0, (1 << (kShift - 1)) - (128 << kWeightBits), kShift, coarse);
+}
+
+void horizontal16(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int depth,
+                  int16_t* const* coarse)
 {
     const int shift = kWeightBits - kCoarseFractionBits + depth - 8;
-    horizontal<2>(reinterpret_cast<const uint8_t*>(row), taps, 1 << (depth - 1), 1 << (shift - 1), shift, coarse);
+    horizontal<2>(rows, rowCount, taps, 1 << (depth - 1), 1 << (shift - 1), shift, coarse);
 }
 
 void widen8(const uint8_t* row, int count, int16_t* coarse)

@@ -21,7 +21,6 @@ struct MovieVideoSettings {
     double frameRate = 30;               ///< frames per second, told to the rate control; time stamps rule the timing
     H264Profile profile = H264Profile::high;
     int maxKeyFrameInterval = 30;        ///< frames
-    std::string tuning;                  ///< encoder parameters over the house's own, "key=value:…"; for measuring
 };
 
 struct MovieAudioSettings {
