@@ -98,7 +98,7 @@ TEST(ExportPairing, TimingOffsetMovesTheAboveVideoInHundredthsOfASecond)
 TEST(ExportPairing, TrimsOfNtscRecordingsStartOnTheFrameThatTheirTimeNames)
 {
     for (const Rate rate : {Rate{24000, 1001}, Rate{30000, 1001}, Rate{60000, 1001}}) {
-        for (const int frame : {1, 7, 23}) {
+        for (const int frame : {1, 23}) {
             const Exported movie =
                 exported(film(Side::above, 40, rate), film(Side::below, 40, rate), [&](auto& params) {
                     params.exportTrimStartSeconds = frame * (double(rate.denominator) / double(rate.numerator));

@@ -80,10 +80,10 @@ Heard exported(const FootageSpec& above, const FootageSpec& below,
 
 TEST(ExportSound, StaysWithThePictureFromStartToEndOfTenMinutes)
 {
-    FootageSpec above = film(Side::above, 6000, {10, 1});
+    FootageSpec above = film(Side::above, 3000, {5, 1});
     above.clicks = {1.0, 300.0, 599.0};
     above.sound->encoder = {"-c:a", "aac", "-b:a", "64k"};
-    const Heard movie = exported(above, film(Side::below, 6000, {10, 1}));
+    const Heard movie = exported(above, film(Side::below, 3000, {5, 1}));
     ASSERT_EQ(movie.flashes.size(), 3u);
     EXPECT_THAT(movie.flashes, testing::Pointwise(testing::DoubleNear(1e-6), above.clicks));
     EXPECT_THAT(movie.clicks, testing::Pointwise(testing::DoubleNear(kInStep), movie.flashes));
