@@ -46,7 +46,8 @@ QString errorDescription(VideoMetadataError)
     return QStringLiteral("No video files provided");
 }
 
-VideoMetadataLoader::VideoMetadataLoader(AssetLoader load) : m_load(std::move(load))
+VideoMetadataLoader::VideoMetadataLoader(AssetLoader load)
+    : m_load(std::move(load))
 {
     m_thread.setMaxThreadCount(1);
 }

@@ -5,8 +5,7 @@
 
 namespace zumeta {
 
-template <class Type>
-const Type& JsonField::expect(const char* expected) const
+template <class Type> const Type& JsonField::expect(const char* expected) const
 {
     if (const Type* found = std::get_if<Type>(&m_value->value))
         return *found;

@@ -30,8 +30,7 @@ public:
     QUuid uuid() const;
     FileUrl fileUrl() const;
 
-    template <class Value>
-    std::vector<Value> listOf(Value (JsonField::*convert)() const) const
+    template <class Value> std::vector<Value> listOf(Value (JsonField::*convert)() const) const
     {
         std::vector<Value> values;
         for (const JsonValue& element : list())
@@ -43,8 +42,7 @@ public:
     std::optional<JsonField> find(const char* key) const;
     JsonField required(const char* key) const;
 
-    template <class Value>
-    std::optional<Value> optional(const char* key, Value (JsonField::*convert)() const) const
+    template <class Value> std::optional<Value> optional(const char* key, Value (JsonField::*convert)() const) const
     {
         const std::optional<JsonField> field = find(key);
         return field ? std::optional<Value>(((*field).*convert)()) : std::nullopt;
@@ -53,8 +51,7 @@ public:
     [[noreturn]] void failInvalid(const std::string& reason) const;
 
 private:
-    template <class Type>
-    const Type& expect(const char* expected) const;
+    template <class Type> const Type& expect(const char* expected) const;
 
     const JsonValue* m_value;
     std::string m_path;

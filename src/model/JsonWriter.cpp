@@ -63,8 +63,7 @@ private:
         m_text.append(2 * m_depth, ' ');
     }
 
-    template <class Elements, class Write>
-    void writeBlock(char open, char close, const Elements& elements, Write write)
+    template <class Elements, class Write> void writeBlock(char open, char close, const Elements& elements, Write write)
     {
         m_text += open;
         ++m_depth;

@@ -47,8 +47,7 @@ VideoCompositionConfig configFrom(const Field& field)
     return config;
 }
 
-template <class Choice>
-Choice knownChoice(const Field& field, std::optional<Choice> (*fromRawValue)(const QString&))
+template <class Choice> Choice knownChoice(const Field& field, std::optional<Choice> (*fromRawValue)(const QString&))
 {
     const std::optional<Choice> choice = fromRawValue(field.text());
     if (!choice)

@@ -56,8 +56,7 @@ public:
         add(key, JsonValue{std::move(array)});
     }
     /// What is absent has no key.
-    template <class Value>
-    void add(const char* key, const std::optional<Value>& value)
+    template <class Value> void add(const char* key, const std::optional<Value>& value)
     {
         if (value)
             add(key, *value);

@@ -26,18 +26,25 @@ HorizontalTable::HorizontalTable(const AxisFilter& filter, int sourceWidth, int 
     : m_begin(filter.begin)
     , m_count(filter.count)
 {
-    const int paddedTaps = roundedUp(filter.taps, kRunTaps);
-    m_readable = std::max({sourceWidth, paddedTaps, kRunBytes});
-    const AxisFilter padded = filter.paddedTo(kRunTaps, m_readable);
-    m_taps = padded.taps;
-    m_first = padded.first;
-    m_weights = padded.weights;
+    m_readable = std::max(sourceWidth, kRunBytes);
+    take(filter);
+    if (layOutLanes(bytesPerSample))
+        return;
+    m_readable = std::max(m_readable, roundedUp(filter.taps, kRunTaps));
+    take(filter.paddedTo(kRunTaps, m_readable));
+}
+
+void HorizontalTable::take(const AxisFilter& filter)
+{
+    m_taps = filter.taps;
+    m_first = filter.first;
+    m_weights = filter.weights;
     // The last result stands for those that fill up the last group.
     while (int(m_first.size()) < paddedCount()) {
         m_first.push_back(m_first.back());
-        m_weights.insert(m_weights.end(), m_weights.end() - m_taps, m_weights.end());
+        m_weights.resize(m_weights.size() + size_t(m_taps));
+        std::copy_n(m_weights.end() - 2 * m_taps, m_taps, m_weights.end() - m_taps);
     }
-    layOutLanes(bytesPerSample);
 }
 
 int HorizontalTable::paddedCount() const
@@ -107,7 +114,7 @@ void HorizontalTable::layOutBlocks(const Grouping& grouping, int bytesPerSample)
     }
 }
 
-void HorizontalTable::layOutLanes(int bytesPerSample)
+bool HorizontalTable::layOutLanes(int bytesPerSample)
 {
     int taps = 1;
     m_low.resize(m_first.size());
@@ -137,7 +144,10 @@ void HorizontalTable::layOutLanes(int bytesPerSample)
     } else if (pairs <= kMostLanePairs && chooseBases(separate, runSamples)) {
         m_lanePairs = pairs;
         layOutBlocks(separate, bytesPerSample);
+    } else {
+        return false;
     }
+    return true;
 }
 
 }

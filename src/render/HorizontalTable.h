@@ -32,7 +32,8 @@ private:
     };
     bool chooseBases(const Grouping& grouping, int runSamples);
     void layOutBlocks(const Grouping& grouping, int bytesPerSample);
-    void layOutLanes(int bytesPerSample);
+    bool layOutLanes(int bytesPerSample);
+    void take(const AxisFilter& filter);
 
     int m_begin = 0;
     int m_count = 0;

@@ -28,29 +28,62 @@ int16_t roundedProduct(int32_t a, int32_t b)
 }
 
 /// Samples are taken as (value - 128) * 256, so that a rounding multiplication gives coarse samples.
-int16_t quickSample(const uint8_t* samples, const int16_t* weights, int taps)
+template <int knownTaps> void quickHorizontal(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
 {
-    int32_t sum = 0;
-    for (int t = 0; t < taps; ++t)
-        sum += roundedProduct((samples[t] - 128) * 256, weights[t]);
-    return int16_t(sum);
+    const int tapCount = knownTaps > 0 ? knownTaps : taps.taps;
+    const int16_t* weights = taps.weights;
+    for (int i = 0; i < taps.count; ++i, weights += tapCount) {
+        const uint8_t* const samples = row + taps.first[i];
+        int32_t sum = 0;
+        for (int t = 0; t < tapCount; ++t)
+            sum += roundedProduct((samples[t] - 128) * 256, weights[t]);
+        coarse[i] = int16_t(sum);
+    }
 }
 
-int16_t exactSample(const uint8_t* samples, const int16_t* weights, int taps)
+void exactHorizontal(const uint8_t* row, const HorizontalTaps& taps, int16_t* coarse)
 {
     constexpr int kShift = kWeightBits - kCoarseFractionBits;
-    int32_t sum = (1 << (kShift - 1)) - (128 << kWeightBits);
-    for (int t = 0; t < taps; ++t)
-        sum += samples[t] * weights[t];
-    return saturated(sum >> kShift);
+    const int16_t* weights = taps.weights;
+    for (int i = 0; i < taps.count; ++i, weights += taps.taps) {
+        const uint8_t* const samples = row + taps.first[i];
+        int32_t sum = (1 << (kShift - 1)) - (128 << kWeightBits);
+        for (int t = 0; t < taps.taps; ++t)
+            sum += samples[t] * weights[t];
+        coarse[i] = saturated(sum >> kShift);
+    }
 }
 
 void horizontal8(const uint8_t* const* rows, int rowCount, const HorizontalTaps& taps, int16_t* const* coarse)
 {
-    const auto sample = taps.quickTaps > 0 ? quickSample : exactSample;
     for (int row = 0; row < rowCount; ++row) {
-        for (int i = 0; i < taps.count; ++i)
-            coarse[row][i] = sample(rows[row] + taps.first[i], taps.weights + ptrdiff_t(i) * taps.taps, taps.taps);
+        if (taps.quickTaps == 0) {
+            exactHorizontal(rows[row], taps, coarse[row]);
+            continue;
+        }
+        switch (taps.taps) {
+        case 1:
+            quickHorizontal<1>(rows[row], taps, coarse[row]);
+            break;
+        case 2:
+            quickHorizontal<2>(rows[row], taps, coarse[row]);
+            break;
+        case 3:
+            quickHorizontal<3>(rows[row], taps, coarse[row]);
+            break;
+        case 4:
+            quickHorizontal<4>(rows[row], taps, coarse[row]);
+            break;
+        case 5:
+            quickHorizontal<5>(rows[row], taps, coarse[row]);
+            break;
+        case 6:
+            quickHorizontal<6>(rows[row], taps, coarse[row]);
+            break;
+        default:
+            quickHorizontal<0>(rows[row], taps, coarse[row]);
+            break;
+        }
     }
 }
 
@@ -87,36 +120,65 @@ void widen16(const uint16_t* row, int count, int depth, int16_t* coarse)
     }
 }
 
-void quickVertical(const int16_t* const* rows, const int16_t* weights, const int16_t* bias, int count, uint8_t* out)
+/// Columns that the vertical loops take at once, so that the compiler can keep their sums in vector registers.
+constexpr int kBlock = 32;
+static_assert(kBlock % kBiasPeriod == 0);
+
+/// Calls sums(first column, columns, block of sums) for the blocks of a row and then store(column, sum).
+template <class Sums, class Store> void inBlocks(int count, Sums sums, Store store)
 {
-    for (int i = 0; i < count; ++i) {
-        int32_t sum = bias[i % kBiasPeriod];
-        for (int t = 0; t < 4; ++t)
-            sum += roundedProduct(rows[t][i], weights[t]);
-        out[i] = toByte(int16_t(sum));
+    int32_t block[kBlock];
+    for (int first = 0; first < count; first += kBlock) {
+        const int columns = std::min(kBlock, count - first);
+        sums(first, columns, block);
+        for (int i = 0; i < columns; ++i)
+            store(first + i, block[i]);
     }
 }
 
-int16_t fineSample(const int16_t* const* rows, const int16_t* weights, int taps, int i)
+void quickVertical(const int16_t* const* rows, const int16_t* weights, const int16_t* bias, int count, uint8_t* out)
+{
+    const auto sums = [=](int first, int columns, int32_t* block) {
+        for (int i = 0; i < columns; ++i)
+            block[i] = bias[i % kBiasPeriod];
+        for (int t = 0; t < 4; ++t) {
+            const int16_t* const row = rows[t] + first;
+            for (int i = 0; i < columns; ++i)
+                block[i] += roundedProduct(row[i], weights[t]);
+        }
+    };
+    inBlocks(count, sums, [=](int i, int32_t sum) { out[i] = toByte(int16_t(sum)); });
+}
+
+/// Fine samples, to be saturated.
+void sumExactly(const int16_t* const* rows, const int16_t* weights, int taps, int first, int columns, int32_t* block)
 {
     constexpr int kShift = kWeightBits + kCoarseFractionBits - kFineFractionBits;
-    int32_t sum = 1 << (kShift - 1);
-    for (int t = 0; t < taps; ++t)
-        sum += rows[t][i] * weights[t];
-    return saturated(sum >> kShift);
+    std::fill_n(block, columns, 1 << (kShift - 1));
+    for (int t = 0; t < taps; ++t) {
+        const int16_t* const row = rows[t] + first;
+        for (int i = 0; i < columns; ++i)
+            block[i] += row[i] * weights[t];
+    }
+    for (int i = 0; i < columns; ++i)
+        block[i] = saturated(block[i] >> kShift);
 }
 
 void exactVertical(const int16_t* const* rows, const int16_t* weights, int taps, const int16_t* bias, int count,
                    uint8_t* out)
 {
-    for (int i = 0; i < count; ++i)
-        out[i] = toByte(saturated(fineSample(rows, weights, taps, i) + bias[i % kBiasPeriod]));
+    const auto sums = [=](int first, int columns, int32_t* block) {
+        sumExactly(rows, weights, taps, first, columns, block);
+    };
+    inBlocks(count, sums, [=](int i, int32_t sum) { out[i] = toByte(saturated(sum + bias[i % kBiasPeriod])); });
 }
 
 void fineVertical(const int16_t* const* rows, const int16_t* weights, int taps, int offset, int count, int16_t* fine)
 {
-    for (int i = 0; i < count; ++i)
-        fine[i] = saturated(fineSample(rows, weights, taps, i) + offset);
+    const auto sums = [=](int first, int columns, int32_t* block) {
+        sumExactly(rows, weights, taps, first, columns, block);
+    };
+    inBlocks(count, sums, [=](int i, int32_t sum) { fine[i] = saturated(sum + offset); });
 }
 
 void blend(int16_t* below, const int16_t* above, int opacity, int count)

@@ -43,8 +43,7 @@ void fetch(const uint8_t* from, ptrdiff_t ahead)
 }
 
 /// Eight results' samples: the first four read from the run at base[0], the others from the one at base[step].
-template <int bytesPerSample>
-__m256i laneSamples(const uint8_t* row, const int32_t* base, int step, __m256i centre)
+template <int bytesPerSample> __m256i laneSamples(const uint8_t* row, const int32_t* base, int step, __m256i centre)
 {
     const __m128i low = load16(row + ptrdiff_t(base[0]) * bytesPerSample);
     const __m128i high = load16(row + ptrdiff_t(base[step]) * bytesPerSample);
@@ -124,8 +123,7 @@ void horizontalQuick(const uint8_t* const* rows, const HorizontalTaps& taps, int
     }
 }
 
-template <int rowCount>
-void quickRows(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
+template <int rowCount> void quickRows(const uint8_t* const* rows, const HorizontalTaps& taps, int16_t* const* coarse)
 {
     switch (taps.quickTaps) {
     case 1:
@@ -286,8 +284,7 @@ __m256i bytesOf(__m256i first, __m256i second)
 }
 
 /// Calls fine(column) for two registers of 16 columns at a time and stores their bytes.
-template <class Fine>
-void storeBytes(int count, uint8_t* out, Fine fine)
+template <class Fine> void storeBytes(int count, uint8_t* out, Fine fine)
 {
     int i = 0;
     for (; i + 32 <= count; i += 32)

@@ -13,7 +13,8 @@ TEST(MediaTime, AddsTimesOfDifferentTimescalesExactly)
 
 TEST(MediaTime, ComparesWithoutOverflowAtHugeValues)
 {
-    EXPECT_LT((MediaTime{INT64_C(9'000'000'000'000'000'000), 90001}), (MediaTime{INT64_C(9'000'000'000'000'000'000), 90000}));
+    EXPECT_LT((MediaTime{INT64_C(9'000'000'000'000'000'000), 90001}),
+              (MediaTime{INT64_C(9'000'000'000'000'000'000), 90000}));
 }
 
 TEST(MediaTime, RoundsHalvesAwayFromZeroWhenMadeFromSeconds)

@@ -58,13 +58,11 @@ public:
         return FileUrl(path.empty() ? std::filesystem::path() : std::filesystem::path('/' + path));
     }
 
-    template <class Make>
-    auto maybe(Make make) -> std::optional<decltype(make())>
+    template <class Make> auto maybe(Make make) -> std::optional<decltype(make())>
     {
         return coin() ? std::optional(make()) : std::nullopt;
     }
-    template <class Make>
-    auto several(Make make) -> std::vector<decltype(make())>
+    template <class Make> auto several(Make make) -> std::vector<decltype(make())>
     {
         std::vector<decltype(make())> values;
         for (uint64_t left = below(4); left > 0; --left)

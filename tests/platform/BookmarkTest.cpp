@@ -115,10 +115,13 @@ TEST(Bookmark, ANewFileWithTheInodeOfADeletedOneIsNotTheFile)
     const FileSandbox sandbox;
     const FileUrl url = sandbox.write("clip.mp4", "another");
     const QByteArray bookmark = makeBookmark(url);
-    if (!bookmark.contains("\"birth\":"))
-        GTEST_SKIP() << "this file system does not know when a file was born";
-    QByteArray ofDeleted = withValue(bookmark, "birth", "1000000000");
-    ofDeleted = withValue(ofDeleted, "key", '"' + QByteArray(64, '0') + '"');
+    const QByteArray otherContent = withValue(bookmark, "key", '"' + QByteArray(64, '0') + '"');
+    if (!bookmark.contains("\"birth\":")) {
+        // Where the file system does not know when a file was born, nothing tells the two apart.
+        EXPECT_EQ(resolveBookmark(otherContent, {}).url, url);
+        return;
+    }
+    const QByteArray ofDeleted = withValue(otherContent, "birth", "1000000000");
     EXPECT_EQ(failureOf([&] { resolveBookmark(ofDeleted, {}); }), Kind::notFound);
 }
 

@@ -12,8 +12,7 @@ struct Bounds {
     int left = 1 << 20, top = 1 << 20, right = -1, bottom = -1;
 };
 
-template <class Touches>
-Bounds boundsWhere(const MarkImage& mark, Touches touches)
+template <class Touches> Bounds boundsWhere(const MarkImage& mark, Touches touches)
 {
     Bounds bounds;
     for (int y = 0; y < mark.height; ++y) {

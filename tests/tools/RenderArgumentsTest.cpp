@@ -52,9 +52,10 @@ TEST(RenderArguments, CollectsChaptersInTheOrderGiven)
 TEST(RenderArguments, StoresValuesAsAProjectHoldsThem)
 {
     const VideoCompositionConfig config =
-        parsed(filesAnd({"--sync-above", "1.5", "--sync-below", "2.25", "--waterline", "300", "--offset", "-12.5",
-                         "--horizontal-offset", "+4", "--zoom", "-10", "--blend", "0", "--timing", "-50",
-                         "--trim-start", "1", "--trim-end", "0.5"}))
+        parsed(
+            filesAnd({"--sync-above",        "1.5", "--sync-below", "2.25", "--waterline", "300", "--offset", "-12.5",
+                      "--horizontal-offset", "+4",  "--zoom",       "-10",  "--blend",     "0",   "--timing", "-50",
+                      "--trim-start",        "1",   "--trim-end",   "0.5"}))
             .config;
     EXPECT_EQ(config.aboveStartTime, 1.5);
     EXPECT_EQ(config.belowStartTime, 2.25);
@@ -84,7 +85,8 @@ TEST(RenderArguments, PointsSetTheOffsetAndTheWaterlineBeforeZoom)
 TEST(RenderArguments, PointsCountTheZoomAndTheCameraWhereverTheyStand)
 {
     const VideoCompositionConfig config =
-        parsed(filesAnd({"--point-above", "0.5", "--point-below", "0.5", "--zoom", "10", "--camera", "insta360"})).config;
+        parsed(filesAnd({"--point-above", "0.5", "--point-below", "0.5", "--zoom", "10", "--camera", "insta360"}))
+            .config;
     EXPECT_NEAR(config.waterlineHeight, 300 / 1.75, 1e-9);
 }
 
@@ -99,7 +101,8 @@ TEST(RenderArguments, TakesAFileWhoseNameBeginsWithADash)
 
 TEST(RenderArguments, KeepsTheBytesOfANameThatIsNotUtf8)
 {
-    EXPECT_EQ(parsed({"--above", "a\xff.mp4", "--below", "b", "o"}).aboveFiles.front().lastPathComponent(), "a\xff.mp4");
+    EXPECT_EQ(parsed({"--above", "a\xff.mp4", "--below", "b", "o"}).aboveFiles.front().lastPathComponent(),
+              "a\xff.mp4");
 }
 
 TEST(RenderArguments, ShowsHelpOnRequest)

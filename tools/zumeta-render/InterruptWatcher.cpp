@@ -30,7 +30,9 @@ int openPipe()
 
 }
 
-InterruptWatcher::InterruptWatcher(QObject* parent) : QObject(parent), m_notifier(openPipe(), QSocketNotifier::Read)
+InterruptWatcher::InterruptWatcher(QObject* parent)
+    : QObject(parent)
+    , m_notifier(openPipe(), QSocketNotifier::Read)
 {
     connect(&m_notifier, &QSocketNotifier::activated, this, [this] {
         char byte = 0;
@@ -38,7 +40,7 @@ InterruptWatcher::InterruptWatcher(QObject* parent) : QObject(parent), m_notifie
         }
         Q_EMIT interrupted();
     });
-    struct sigaction action{};
+    struct sigaction action {};
     action.sa_handler = onSignal;
     action.sa_flags = SA_RESTART;
     ::sigaction(SIGINT, &action, nullptr);

@@ -28,7 +28,9 @@ std::string progressBarText(double fraction, std::optional<double> secondsLeft)
     return text;
 }
 
-ProgressDisplay::ProgressDisplay(Style style) : m_style(style) {}
+ProgressDisplay::ProgressDisplay(Style style)
+    : m_style(style)
+{}
 
 std::optional<double> ProgressDisplay::secondsLeft(double fraction) const
 {

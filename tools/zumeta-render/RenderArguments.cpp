@@ -61,8 +61,8 @@ public:
 
 private:
     void addOptions();
-    void number(const std::string& option, double VideoCompositionConfig::* field);
-    void numberNotBelowZero(const std::string& option, double VideoCompositionConfig::* field);
+    void number(const std::string& option, double VideoCompositionConfig::*field);
+    void numberNotBelowZero(const std::string& option, double VideoCompositionConfig::*field);
     void point(const std::string& option, std::optional<double>& target);
     void finish();
     void finishProject();
@@ -76,14 +76,14 @@ private:
     std::optional<double> m_pointBelow;
 };
 
-void Parser::number(const std::string& option, double VideoCompositionConfig::* field)
+void Parser::number(const std::string& option, double VideoCompositionConfig::*field)
 {
     m_options[option] = [this, option, field](const std::string& text) {
         m_request.config.*field = parsedNumber(option, text);
     };
 }
 
-void Parser::numberNotBelowZero(const std::string& option, double VideoCompositionConfig::* field)
+void Parser::numberNotBelowZero(const std::string& option, double VideoCompositionConfig::*field)
 {
     m_options[option] = [this, option, field](const std::string& text) {
         const double value = parsedNumber(option, text);
@@ -177,8 +177,9 @@ void Parser::finish()
 void Parser::finishProject()
 {
     if (m_positional.size() != 2)
-        throw UsageError{m_positional.size() < 2 ? "a project and an output are needed, or --above, --below and an output"
-                                                 : "too many files"};
+        throw UsageError{m_positional.size() < 2
+                             ? "a project and an output are needed, or --above, --below and an output"
+                             : "too many files"};
     for (const auto& [name, count] : m_seen) {
         if (name != "--resolution" && name != "--camera")
             throw UsageError{name + " does not go with a project"};

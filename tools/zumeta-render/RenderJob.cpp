@@ -38,8 +38,8 @@ std::vector<FileUrl> resolveSide(const std::optional<VideoAsset>& asset, const F
         }
     }
     if (found.empty())
-        throw RenderFailure(std::string("the ") + side + " video of the project cannot be found: " +
-                            asset->fileName.toStdString());
+        throw RenderFailure(std::string("the ") + side +
+                            " video of the project cannot be found: " + asset->fileName.toStdString());
     return found;
 }
 
@@ -145,7 +145,8 @@ RenderJob prepareRenderJob(const RenderRequest& request)
     const std::optional<VideoAsset> below = metadataOf(job.params.belowVideoURLs);
     if (above && below) {
         try {
-            job.estimatedDuration = ExportTimeline::compute(job.params, above->duration, below->duration).exportDuration;
+            job.estimatedDuration =
+                ExportTimeline::compute(job.params, above->duration, below->duration).exportDuration;
         } catch (const ExportError&) {
             // The export itself says that nothing is left of the movie.
         }

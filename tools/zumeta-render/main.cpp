@@ -41,8 +41,8 @@ ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request)
     QObject::connect(&interrupts, &InterruptWatcher::interrupted, [&service] { service.cancel(); });
     QFutureWatcher<ExportOutcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, QCoreApplication::instance(), &QCoreApplication::quit);
-    watcher.setFuture(service.exportComposite(job.params, request.output,
-                                              [&progress](double fraction) { progress.show(fraction); }));
+    watcher.setFuture(
+        service.exportComposite(job.params, request.output, [&progress](double fraction) { progress.show(fraction); }));
     QCoreApplication::exec();
     progress.end();
     return watcher.result();

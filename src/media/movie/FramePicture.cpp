@@ -17,7 +17,7 @@ constexpr int kHighDefinitionRows = 720;
 bool isPlanarYCbCr(const AVPixFmtDescriptor& format)
 {
     constexpr uint64_t kOther = AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_PAL | AV_PIX_FMT_FLAG_HWACCEL |
-        AV_PIX_FMT_FLAG_BITSTREAM | AV_PIX_FMT_FLAG_FLOAT | AV_PIX_FMT_FLAG_BAYER;
+                                AV_PIX_FMT_FLAG_BITSTREAM | AV_PIX_FMT_FLAG_FLOAT | AV_PIX_FMT_FLAG_BAYER;
     if ((format.flags & kOther) || !(format.flags & AV_PIX_FMT_FLAG_PLANAR) || format.nb_components < 3)
         return false;
     const int depth = format.comp[0].depth;

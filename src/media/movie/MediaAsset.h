@@ -19,12 +19,12 @@ struct PreferredTransform {
 
 struct VideoTrack {
     int streamIndex = 0;
-    double naturalWidth = 0;     ///< pixels once they are square
-    double naturalHeight = 0;    ///< stored rows
-    float nominalFrameRate = 0;  ///< average frames per second; 0 when the file does not tell
-    MediaTime minFrameDuration;  ///< the shortest spacing that the track declares; 0 when unknown
+    double naturalWidth = 0;    ///< pixels once they are square
+    double naturalHeight = 0;   ///< stored rows
+    float nominalFrameRate = 0; ///< average frames per second; 0 when the file does not tell
+    MediaTime minFrameDuration; ///< the shortest spacing that the track declares; 0 when unknown
     PreferredTransform preferredTransform;
-    MediaTime length;            ///< from the first picture to the end of the last one
+    MediaTime length; ///< from the first picture to the end of the last one
 };
 
 struct AudioTrack {

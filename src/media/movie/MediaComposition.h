@@ -9,7 +9,7 @@ namespace zumeta {
 /// A stretch of one file on the timeline of a composition.
 struct MediaSegment {
     MediaAsset asset;
-    MediaTime start;       ///< on the composition's clock
+    MediaTime start; ///< on the composition's clock
     MediaTime length;
     MediaTime sourceStart; ///< on the file's clock
 

@@ -17,8 +17,7 @@ constexpr int kBFrames = 2;
 /// fastest useful preset, with bits moved to where later frames need them. Always two B-frames, no search for fewer;
 /// no small partitions, which at these rates cost more than they bring; a short look ahead, whose frames are memory.
 constexpr char kPreset[] = "superfast";
-constexpr char kTuning[] =
-    "mbtree=1:rc-lookahead=8:sync-lookahead=0:b-adapt=0:weightp=0:partitions=none";
+constexpr char kTuning[] = "mbtree=1:rc-lookahead=8:sync-lookahead=0:b-adapt=0:weightp=0:partitions=none";
 /// More frame threads than this cost memory (a 4K frame under way takes tens of megabytes) and bring nothing.
 constexpr int kMostEncoderThreads = 12;
 

@@ -17,7 +17,10 @@ public:
         cancelled     ///< given up on request
     };
 
-    MovieError(Kind kind, const std::string& text) : std::runtime_error(text), m_kind(kind) {}
+    MovieError(Kind kind, const std::string& text)
+        : std::runtime_error(text)
+        , m_kind(kind)
+    {}
     Kind kind() const noexcept { return m_kind; }
 
 private:

@@ -67,7 +67,7 @@ private:
     // The sound's thread.
     CodecContext m_audio;
     Frame m_audioFrame;
-    int m_audioFill = 0;      ///< samples waiting in m_audioFrame
+    int m_audioFill = 0;        ///< samples waiting in m_audioFrame
     int64_t m_audioSamples = 0; ///< samples taken so far, silence included
 
     // Both threads, under the mutex.
@@ -80,7 +80,9 @@ private:
 };
 
 MovieWriter::Implementation::Implementation(const FileUrl& file, const MovieSettings& settings)
-    : m_settings(settings), m_output(file), m_audioFinished(!settings.audio)
+    : m_settings(settings)
+    , m_output(file)
+    , m_audioFinished(!settings.audio)
 {
     quietLibav();
     try {
@@ -325,9 +327,9 @@ void MovieWriter::Implementation::cancelWriting()
     m_moved.notify_all();
 }
 
-MovieWriter::MovieWriter(std::unique_ptr<Implementation> implementation) : m_implementation(std::move(implementation))
-{
-}
+MovieWriter::MovieWriter(std::unique_ptr<Implementation> implementation)
+    : m_implementation(std::move(implementation))
+{}
 
 MovieWriter::~MovieWriter() = default;
 

@@ -15,12 +15,12 @@ namespace zumeta {
 enum class H264Profile { main, high };
 
 struct MovieVideoSettings {
-    int width = 0;                       ///< pixels, even
-    int height = 0;                      ///< pixels, even
-    int64_t bitRate = 0;                 ///< average, bits per second
-    double frameRate = 30;               ///< frames per second, told to the rate control; time stamps rule the timing
+    int width = 0;         ///< pixels, even
+    int height = 0;        ///< pixels, even
+    int64_t bitRate = 0;   ///< average, bits per second
+    double frameRate = 30; ///< frames per second, told to the rate control; time stamps rule the timing
     H264Profile profile = H264Profile::high;
-    int maxKeyFrameInterval = 30;        ///< frames
+    int maxKeyFrameInterval = 30; ///< frames
 };
 
 struct MovieAudioSettings {

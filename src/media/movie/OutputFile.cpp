@@ -27,12 +27,13 @@ void OutputFile::FreesContext::operator()(AVIOContext* context) const noexcept
     avio_context_free(&context);
 }
 
-OutputFile::OutputFile(const FileUrl& file) : m_url(file)
+OutputFile::OutputFile(const FileUrl& file)
+    : m_url(file)
 {
     m_descriptor = ::open(file.path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, kPermissions);
     if (m_descriptor < 0)
         throw MovieError(MovieError::Kind::cannotWrite, file.lastPathComponent() + ": " + systemText(errno));
-    struct stat facts{};
+    struct stat facts {};
     ::fstat(m_descriptor, &facts);
     m_device = facts.st_dev;
     m_inode = facts.st_ino;
@@ -67,7 +68,7 @@ int64_t OutputFile::seek(void* self, int64_t offset, int whence)
 {
     const auto* const file = static_cast<const OutputFile*>(self);
     if (whence == AVSEEK_SIZE) {
-        struct stat facts{};
+        struct stat facts {};
         return ::fstat(file->m_descriptor, &facts) == 0 ? facts.st_size : AVERROR(errno);
     }
     const off_t place = ::lseek(file->m_descriptor, offset, whence & ~AVSEEK_FORCE);
@@ -91,7 +92,7 @@ void OutputFile::close()
 
 void OutputFile::remove() noexcept
 {
-    struct stat facts{};
+    struct stat facts {};
     if (::lstat(m_url.path().c_str(), &facts) == 0 && facts.st_dev == m_device && facts.st_ino == m_inode)
         ::unlink(m_url.path().c_str());
 }

@@ -17,11 +17,11 @@ enum class ChromaSiting { left, centre, topLeft };
 
 /// How the samples of a decoded picture are to be read. Always three planes: Y', Cb, Cr.
 struct PictureFormat {
-    int width = 0;  ///< stored luma samples in a row
-    int height = 0; ///< stored rows
-    int bitDepth = 8;       ///< 8 to 16; above 8 a sample takes two bytes, native order, value in the low bits
-    int chromaShiftX = 1;   ///< log2 of luma columns per chroma column: 4:2:0 and 4:2:2 have 1, 4:4:4 has 0
-    int chromaShiftY = 1;   ///< log2 of luma rows per chroma row: 4:2:0 has 1
+    int width = 0;        ///< stored luma samples in a row
+    int height = 0;       ///< stored rows
+    int bitDepth = 8;     ///< 8 to 16; above 8 a sample takes two bytes, native order, value in the low bits
+    int chromaShiftX = 1; ///< log2 of luma columns per chroma column: 4:2:0 and 4:2:2 have 1, 4:4:4 has 0
+    int chromaShiftY = 1; ///< log2 of luma rows per chroma row: 4:2:0 has 1
     ColourRange range = ColourRange::limited;
     ColourMatrix matrix = ColourMatrix::bt709;
     TransferFunction transfer = TransferFunction::sdr;

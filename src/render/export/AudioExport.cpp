@@ -16,16 +16,16 @@ void copyAudio(AudioSource& source, MediaTime aboveStart, const AudioAppender& a
 }
 
 AudioExport::AudioExport(std::unique_ptr<AudioSource> source, MediaTime aboveStart, MovieWriter& writer)
-    : m_source(std::move(source)), m_writer(writer), m_thread([this, aboveStart] { run(aboveStart); })
-{
-}
+    : m_source(std::move(source))
+    , m_writer(writer)
+    , m_thread([this, aboveStart] { run(aboveStart); })
+{}
 
 void AudioExport::run(MediaTime aboveStart)
 {
     try {
-        copyAudio(*m_source, aboveStart, [this](std::span<const int16_t> samples, MediaTime time) {
-            m_writer.appendAudio(samples, time);
-        });
+        copyAudio(*m_source, aboveStart,
+                  [this](std::span<const int16_t> samples, MediaTime time) { m_writer.appendAudio(samples, time); });
         m_writer.finishAudio();
     } catch (const MovieError& error) {
         if (error.kind() != MovieError::Kind::cancelled)

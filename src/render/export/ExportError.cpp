@@ -3,7 +3,9 @@
 
 namespace zumeta {
 
-ExportError::ExportError(Case reason, QString payload) : m_case(reason), m_payload(std::move(payload))
+ExportError::ExportError(Case reason, QString payload)
+    : m_case(reason)
+    , m_payload(std::move(payload))
 {
     m_what = errorDescription().toUtf8();
 }

@@ -23,8 +23,7 @@ std::vector<MovieMetadataItem> createExportMetadata(const ProgramVersion& progra
                                                     std::chrono::sys_seconds now)
 {
     const QString id = QStringLiteral("zm_") + exportId.toString(QUuid::Id128).toLower();
-    const QString software =
-        QStringLiteral("Zumeta %1 (%2)").arg(orUnknown(program.version), orUnknown(program.build));
+    const QString software = QStringLiteral("Zumeta %1 (%2)").arg(orUnknown(program.version), orUnknown(program.build));
     const QString date = QDateTime::fromSecsSinceEpoch(now.time_since_epoch().count(), Qt::UTC).toString(Qt::ISODate);
     return {item("software", software), item("make", QStringLiteral("Zumeta")),
             item("model", QStringLiteral("Zumeta Export")), item("creationdate", date),

@@ -39,10 +39,10 @@ int compositorThreads()
 
 bool isSameFile(const FileUrl& a, const FileUrl& b)
 {
-    struct stat factsOfA{};
-    struct stat factsOfB{};
+    struct stat factsOfA {};
+    struct stat factsOfB {};
     return ::stat(a.path().c_str(), &factsOfA) == 0 && ::stat(b.path().c_str(), &factsOfB) == 0 &&
-        factsOfA.st_dev == factsOfB.st_dev && factsOfA.st_ino == factsOfB.st_ino;
+           factsOfA.st_dev == factsOfB.st_dev && factsOfA.st_ino == factsOfB.st_ino;
 }
 
 ExportError passedOn(const std::exception& error)
@@ -64,8 +64,7 @@ ExportRun::ExportRun(ExportParameters params, FileUrl outputURL, ExportEnvironme
     , m_environment(std::move(environment))
     , m_stop(std::move(stop))
     , m_report(std::move(report))
-{
-}
+{}
 
 ExportOutcome ExportRun::run()
 {
@@ -124,8 +123,7 @@ void ExportRun::openSources()
     throwIfCancelled();
     if (!m_above.hasVideoTrack() || !m_below.hasVideoTrack())
         throw ExportError(ExportError::Case::missingVideoTrack);
-    m_timeline =
-        ExportTimeline::compute(m_params, m_above.duration().seconds(), m_below.duration().seconds());
+    m_timeline = ExportTimeline::compute(m_params, m_above.duration().seconds(), m_below.duration().seconds());
     m_fps = exportFrameRate(m_below.nominalFrameRate());
 }
 

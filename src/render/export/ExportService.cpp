@@ -29,9 +29,9 @@ public:
 };
 
 ExportService::ExportService(ExportEnvironment environment)
-    : m_environment(std::move(environment)), m_run(std::make_shared<Run>())
-{
-}
+    : m_environment(std::move(environment))
+    , m_run(std::make_shared<Run>())
+{}
 
 ExportService::~ExportService() = default;
 

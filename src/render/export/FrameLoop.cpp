@@ -15,8 +15,7 @@ int64_t runFrameLoop(const FrameLoopPlan& plan, FrameSource& below, FrameSource&
         const std::optional<FrameSlot> aboveSlot = above.next();
         if (!belowSlot->picture)
             continue;
-        const VideoPicture* const abovePicture =
-            aboveSlot && aboveSlot->picture ? &*aboveSlot->picture : nullptr;
+        const VideoPicture* const abovePicture = aboveSlot && aboveSlot->picture ? &*aboveSlot->picture : nullptr;
         WritablePicture picture = writer.nextPicture();
         compositor.compose(*belowSlot->picture, abovePicture, picture);
         if (stop.stop_requested())

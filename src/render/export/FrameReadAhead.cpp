@@ -6,9 +6,10 @@
 namespace zumeta {
 
 FrameReadAhead::FrameReadAhead(std::unique_ptr<FrameSource> source, size_t depth)
-    : m_source(std::move(source)), m_depth(depth), m_thread([this] { run(); })
-{
-}
+    : m_source(std::move(source))
+    , m_depth(depth)
+    , m_thread([this] { run(); })
+{}
 
 FrameReadAhead::~FrameReadAhead()
 {
