@@ -19,6 +19,7 @@ from movie import encoder_settings, facts, psnr_luma, psnr_luma_of_planes
 ROOT = Path(__file__).resolve().parent.parent
 FOLDER = ROOT / "build" / "bench"
 LOG = FOLDER / "last-command.log"
+SAME_PRESET = "ours at the preset"
 PROGRAMS = ROOT / "build" / "release" / "bench"
 
 
@@ -72,7 +73,8 @@ def measure_case(case, options):
     frames = min(facts(above).frames, facts(below).frames)
     say(f"case {case.name}: {frames} frames of {case.material}")
 
-    ours, general, same = (FOLDER / f"{name}.mp4" for name in ("ours", "general", "same-encoder"))
+    ours, general, same, preset = (FOLDER / f"{name}.mp4"
+                                   for name in ("ours", "general", "same-encoder", "same-preset"))
     lossless = {name: FOLDER / f"{name}-lossless.yuv" for name in ("ours", "general")}
     our_line = our_command(options.command, case, above, below, ours)
     encoding = general_command.Encoding(case.megabits)
@@ -88,9 +90,11 @@ def measure_case(case, options):
             alike = general_command.Encoding(case.megabits, x264=encoder_settings(ours, with_threads=False))
             jobs["same encoder"] = (general_command.movie_command(case.composition, above, below, frames, alike, same),
                                     same)
+            jobs[SAME_PRESET] = ([PROGRAMS / "export-at-preset", general_command.Encoding.preset,
+                                  *our_line[1:-1], preset], preset)
         jobs |= floor_jobs(case, above, below, ours, lossless["ours"])
         costs = measure.in_turn(jobs, options.runs, LOG)
-        own = {name: lossless["ours" if name == "ours" else "general"] for name in jobs}
+        own = {name: lossless["ours" if name in ("ours", SAME_PRESET) else "general"] for name in jobs}
         quality = {name: (psnr_luma(output, own[name], case.composition),
                           psnr_luma(output, lossless["general"], case.composition))
                    for name, (_, output) in jobs.items() if output is not None}
@@ -101,7 +105,7 @@ def measure_case(case, options):
                 "frames": frames, "megabits": ours.stat().st_size * 8e-6 * float(facts(above).rate) / frames,
                 "commands": {name: line for name, (line, _) in jobs.items()}}
     finally:
-        for file in (ours, general, same, *lossless.values()):
+        for file in (ours, general, same, preset, *lossless.values()):
             file.unlink(missing_ok=True)
 
 
@@ -155,6 +159,8 @@ def case_tables(results):
         goal("wall, ours over general", ours.wall / costs["general"].wall, case.wall_goal)
         if case.same_encoder_goal:
             goal("wall, ours over same encoder", ours.wall / costs["same encoder"].wall, case.same_encoder_goal)
+            goal("wall, ours over general, both at the preset", costs[SAME_PRESET].wall / costs["general"].wall,
+                 case.same_encoder_goal)
         if case.quality_goal:
             goal("PSNR-Y lost to general, dB", quality["general"][0] - quality["ours"][0], case.quality_goal)
         goal("CPU over the floor", ours.cpu / floor, cases.CPU_GOAL)

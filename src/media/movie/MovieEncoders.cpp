@@ -15,9 +15,9 @@ namespace {
 constexpr int kBFrames = 2;
 /// Measured against x264's presets at the export's own rates (docs/decisions/0003-x264-as-encoder.md): a step of the
 /// fastest useful preset, with bits moved to where later frames need them. Always two B-frames, no search for fewer;
-/// no small partitions, which at these rates cost more than they bring; a short look ahead, whose frames are memory.
+/// of the small partitions only the one that pays on real recordings; a short look ahead, whose frames are memory.
 constexpr char kPreset[] = "superfast";
-constexpr char kTuning[] = "mbtree=1:rc-lookahead=8:sync-lookahead=0:b-adapt=0:weightp=0:partitions=none";
+constexpr char kTuning[] = "mbtree=1:rc-lookahead=6:sync-lookahead=0:b-adapt=0:weightp=0:partitions=i8x8";
 /// More frame threads than this cost memory (a 4K frame under way takes tens of megabytes) and bring nothing.
 constexpr int kMostEncoderThreads = 12;
 
@@ -66,9 +66,11 @@ CodecContext openVideoEncoder(const MovieVideoSettings& settings)
     context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     context->thread_count = encoderThreads();
     Options options;
-    setOption(&options.dictionary, "preset", kPreset);
+    const bool ownSettings = settings.encoderPreset.empty();
+    setOption(&options.dictionary, "preset", ownSettings ? kPreset : settings.encoderPreset);
     setOption(&options.dictionary, "profile", settings.profile == H264Profile::main ? "main" : "high");
-    setOption(&options.dictionary, "x264-params", kTuning);
+    if (ownSettings)
+        setOption(&options.dictionary, "x264-params", kTuning);
     checkAv(avcodec_open2(context.get(), encoder, &options.dictionary), MovieError::Kind::cannotEncode,
             "starting the H.264 encoder");
     return context;

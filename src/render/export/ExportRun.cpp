@@ -137,6 +137,7 @@ MovieSettings ExportRun::movieSettings() const
     settings.video.height = size.height;
     settings.video.bitRate = size.videoBitRate;
     settings.video.frameRate = double(m_fps);
+    settings.video.encoderPreset = m_environment.encoderPreset;
     settings.video.profile = small ? H264Profile::main : H264Profile::high;
     if (m_above.hasAudioTrack())
         settings.audio = MovieAudioSettings{};

@@ -23,6 +23,8 @@ struct ExportEnvironment {
     std::shared_ptr<const WallClock> clock = std::make_shared<SystemWallClock>();
     /// Draws the mark for a frame of this size; without it, or when it gives nothing, there is no mark.
     std::function<std::shared_ptr<const MarkImage>(int width, int height)> drawMark;
+    /// A preset of the encoder in place of the house's settings, to compare them.
+    std::string encoderPreset;
 };
 
 /// Turns two sets of source files into one MP4 file. One object serves one export. Its calls belong to the main
