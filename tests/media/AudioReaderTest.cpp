@@ -12,7 +12,6 @@ namespace zumeta::test {
 
 namespace {
 
-constexpr double kLong = 1000;
 constexpr double kSample = 1.0 / AudioSource::kSampleRate;
 
 MediaTime seconds(double value)
@@ -21,7 +20,7 @@ MediaTime seconds(double value)
 }
 
 /// Sound whose clicks can be placed to the sample: PCM.
-FootageSpec clip(std::vector<double> clicks, int sampleRate = 44100, int channels = 2)
+FootageSpec soundClip(std::vector<double> clicks, int sampleRate = 44100, int channels = 2)
 {
     FootageSpec spec;
     spec.width = 96;
@@ -44,7 +43,7 @@ std::vector<double> clicksIn(const MediaComposition& source, double start, doubl
 
 TEST(AudioReader, GivesEverySampleOfSoundInItsOwnRate)
 {
-    AudioReader reader(sourceOf(FootageMaker::make(clip({0.5}))), seconds(0), kLong);
+    AudioReader reader(sourceOf(FootageMaker::make(soundClip({0.5}))), seconds(0), kLong);
     const std::vector<int16_t> sound = soundFrom(reader, 0);
     EXPECT_EQ(sound.size(), 2u * 2u * 44100u);
     EXPECT_THAT(findClicks(channelOf(sound, 2, 0), 44100), testing::ElementsAre(testing::DoubleNear(0.5, kSample / 2)));
@@ -53,7 +52,7 @@ TEST(AudioReader, GivesEverySampleOfSoundInItsOwnRate)
 TEST(AudioReader, PlacesClicksWithinASampleFromEveryRate)
 {
     for (const int rate : {8000, 22050, 32000, 48000, 96000}) {
-        const MediaComposition source = sourceOf(FootageMaker::make(clip({0.25, 1.75}, rate)));
+        const MediaComposition source = sourceOf(FootageMaker::make(soundClip({0.25, 1.75}, rate)));
         EXPECT_THAT(clicksIn(source, 0, kLong),
                     testing::ElementsAre(testing::DoubleNear(0.25, kSample), testing::DoubleNear(1.75, kSample)))
             << rate;
@@ -63,7 +62,7 @@ TEST(AudioReader, PlacesClicksWithinASampleFromEveryRate)
 TEST(AudioReader, BringsMonoAndSurroundToBothChannels)
 {
     for (const int channels : {1, 2, 6}) {
-        const MediaComposition source = sourceOf(FootageMaker::make(clip({0.5}, 48000, channels)));
+        const MediaComposition source = sourceOf(FootageMaker::make(soundClip({0.5}, 48000, channels)));
         for (const int channel : {0, 1})
             EXPECT_THAT(clicksIn(source, 0, kLong, channel), testing::ElementsAre(testing::DoubleNear(0.5, kSample)))
                 << channels;
@@ -72,7 +71,7 @@ TEST(AudioReader, BringsMonoAndSurroundToBothChannels)
 
 TEST(AudioReader, StartsAndEndsOnTheSample)
 {
-    const MediaComposition source = sourceOf(FootageMaker::make(clip({0.5, 1.0})));
+    const MediaComposition source = sourceOf(FootageMaker::make(soundClip({0.5, 1.0})));
     for (const double start : {0.0, 0.1, 0.37, 0.4983333333333333}) {
         AudioReader reader(source, seconds(start), 0.6);
         const std::optional<AudioBuffer> first = reader.next();
@@ -89,7 +88,7 @@ TEST(AudioReader, StartsAndEndsOnTheSample)
 TEST(AudioReader, LeavesOutTheEncodersPriming)
 {
     for (const char* const container : {"mp4", "mkv"}) {
-        FootageSpec spec = clip({0.5}, 48000);
+        FootageSpec spec = soundClip({0.5}, 48000);
         spec.sound->encoder = {"-c:a", "aac", "-b:a", "192k"};
         spec.extension = container;
         const MediaComposition source = sourceOf(FootageMaker::make(spec));
@@ -100,7 +99,7 @@ TEST(AudioReader, LeavesOutTheEncodersPriming)
 
 TEST(AudioReader, SoundThatBeginsLateKeepsItsPlace)
 {
-    FootageSpec spec = clip({0.5});
+    FootageSpec spec = soundClip({0.5});
     spec.sound->start = 0.3;
     spec.sound->seconds = 1.5;
     const MediaComposition source = sourceOf(FootageMaker::make(spec));
@@ -111,11 +110,11 @@ TEST(AudioReader, SoundThatBeginsLateKeepsItsPlace)
 
 TEST(AudioReader, CountsFromTheFirstPictureWhenThatBeginsLate)
 {
-    FootageSpec spec = clip({0.5});
+    FootageSpec spec = soundClip({0.5});
     spec.start = 0.4; // and the sound with it
     EXPECT_THAT(clicksIn(sourceOf(FootageMaker::make(spec)), 0, kLong),
                 testing::ElementsAre(testing::DoubleNear(0.5, 0.002)));
-    FootageSpec early = clip({0.5});
+    FootageSpec early = soundClip({0.5});
     early.start = 0.4;
     early.sound->start = -0.4; // the sound begins with the file, before the picture
     early.sound->seconds = 2;
@@ -125,9 +124,9 @@ TEST(AudioReader, CountsFromTheFirstPictureWhenThatBeginsLate)
 
 TEST(AudioReader, ChaptersFollowOneAnotherToTheSample)
 {
-    FootageSpec second = clip({0.25});
+    FootageSpec second = soundClip({0.25});
     second.firstNumber = 50;
-    const MediaComposition source = chaptersOf({FootageMaker::make(clip({0.5})), FootageMaker::make(second)});
+    const MediaComposition source = chaptersOf({FootageMaker::make(soundClip({0.5})), FootageMaker::make(second)});
     EXPECT_THAT(clicksIn(source, 0, kLong),
                 testing::ElementsAre(testing::DoubleNear(0.5, kSample), testing::DoubleNear(2.25, kSample)));
     EXPECT_THAT(clicksIn(source, 1.9, 0.5), testing::ElementsAre(testing::DoubleNear(0.35, kSample)));
@@ -135,9 +134,9 @@ TEST(AudioReader, ChaptersFollowOneAnotherToTheSample)
 
 TEST(AudioReader, AChapterWithoutSoundLeavesAGap)
 {
-    FootageSpec silent = clip({});
+    FootageSpec silent = soundClip({});
     silent.sound.reset();
-    const auto loud = FootageMaker::make(clip({0.5}));
+    const auto loud = FootageMaker::make(soundClip({0.5}));
     const MediaComposition source = chaptersOf({loud, FootageMaker::make(silent), loud});
     EXPECT_THAT(clicksIn(source, 0, kLong),
                 testing::ElementsAre(testing::DoubleNear(0.5, kSample), testing::DoubleNear(4.5, kSample)));
@@ -147,16 +146,16 @@ TEST(AudioReader, AChapterWithoutSoundLeavesAGap)
 
 TEST(AudioReader, ShorterSoundLeavesAGapBeforeTheNextChapter)
 {
-    FootageSpec first = clip({0.5});
+    FootageSpec first = soundClip({0.5});
     first.sound->seconds = 1.2;
-    const MediaComposition source = chaptersOf({FootageMaker::make(first), FootageMaker::make(clip({0.5}))});
+    const MediaComposition source = chaptersOf({FootageMaker::make(first), FootageMaker::make(soundClip({0.5}))});
     EXPECT_THAT(clicksIn(source, 0, kLong),
                 testing::ElementsAre(testing::DoubleNear(0.5, kSample), testing::DoubleNear(2.5, kSample)));
 }
 
 TEST(AudioReader, ChaptersWithoutAnySoundEndAtOnce)
 {
-    FootageSpec silent = clip({});
+    FootageSpec silent = soundClip({});
     silent.sound.reset();
     const auto file = FootageMaker::make(silent);
     AudioReader reader(chaptersOf({file, file}), seconds(0), kLong);
@@ -165,7 +164,7 @@ TEST(AudioReader, ChaptersWithoutAnySoundEndAtOnce)
 
 TEST(AudioReader, ARangeBehindTheSoundIsEmpty)
 {
-    FootageSpec spec = clip({0.5});
+    FootageSpec spec = soundClip({0.5});
     spec.sound->seconds = 1;
     AudioReader reader(sourceOf(FootageMaker::make(spec)), seconds(1.5), kLong);
     EXPECT_FALSE(reader.next());
@@ -188,7 +187,7 @@ TEST(AudioReader, ReadsTheSoundOfRealFiles)
 
 TEST(AudioReader, DamagedSoundCostsNothingBehindIt)
 {
-    FootageSpec spec = clip({0.3, 1.7}, 48000);
+    FootageSpec spec = soundClip({0.3, 1.7}, 48000);
     spec.sound->encoder = {"-c:a", "aac", "-b:a", "192k"};
     spec.extension = "mp4";
     const auto file = FootageMaker::withDamagedPackets(FootageMaker::make(spec), {40, 41}, "a:0");
@@ -199,7 +198,7 @@ TEST(AudioReader, DamagedSoundCostsNothingBehindIt)
 TEST(AudioReader, ThrowsForAFileThatWentAway)
 {
     const TemporaryFolder folder;
-    std::filesystem::copy_file(FootageMaker::make(clip({0.5})), folder.file("clip.mov"));
+    std::filesystem::copy_file(FootageMaker::make(soundClip({0.5})), folder.file("clip.mov"));
     const MediaComposition source = sourceOf(folder.file("clip.mov"));
     std::filesystem::remove(folder.file("clip.mov"));
     EXPECT_THROW(AudioReader(source, seconds(0), 1), MovieError);

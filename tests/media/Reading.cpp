@@ -10,6 +10,31 @@ FileUrl footage(const char* name)
     return FileUrl(std::filesystem::path(ZUMETA_FOOTAGE) / name);
 }
 
+Words x264(const char* parameters)
+{
+    return {"-c:v", "libx264", "-preset", "veryfast", "-crf", "14", "-x264-params", parameters};
+}
+
+FootageSpec clip(Words encoder, int frames, Rate rate)
+{
+    FootageSpec spec;
+    spec.width = 192;
+    spec.height = 108;
+    spec.frames = frames;
+    spec.rate = rate;
+    spec.encoder = std::move(encoder);
+    return spec;
+}
+
+FootageSpec in(FootageSpec spec, const char* extension, const char* pixelFormat)
+{
+    spec.extension = extension;
+    spec.pixelFormat = pixelFormat;
+    if (spec.pixelFormat.starts_with("yuvj"))
+        spec.range = ColourRange::full;
+    return spec;
+}
+
 MediaComposition sourceOf(const std::filesystem::path& file)
 {
     return MediaComposition(MediaAsset::load(FileUrl(file)));

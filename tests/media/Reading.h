@@ -11,6 +11,17 @@ namespace zumeta::test {
 
 FileUrl footage(const char* name);
 
+using Words = std::vector<std::string>;
+
+/// Longer than any recording of the tests, seconds.
+inline constexpr double kLong = 1000;
+
+/// Options for an H.264 encoder with parameters of its own.
+Words x264(const char* parameters);
+/// A small recording in mp4; `in` puts it into another container and pixel format.
+FootageSpec clip(Words encoder, int frames = 40, Rate rate = {30000, 1001});
+FootageSpec in(FootageSpec spec, const char* extension, const char* pixelFormat = "yuv420p");
+
 /// One file as a source.
 MediaComposition sourceOf(const std::filesystem::path& file);
 /// Files one after the other, each at its own duration.

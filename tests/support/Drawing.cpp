@@ -54,7 +54,12 @@ Rgb colourAt(const Drawing& drawing, const PictureFormat& format, int x, int y)
         return {1, 1, 1};
     if (drawing.scene == Scene::plain)
         return drawing.code.side == Side::above ? Rgb{0.65, 0.65, 0.65} : Rgb{0.3, 0.3, 0.3};
-    return textureAt(drawing.code, x, y);
+    const Rgb colour = textureAt(drawing.code, x, y);
+    if (drawing.scene == Scene::texture)
+        return colour;
+    const int n = drawing.code.number;
+    return {0.5 * colour.r + 0.5 * grain(x, y, n + 7), 0.5 * colour.g + 0.5 * grain(x, y, n + 13),
+            0.5 * colour.b + 0.5 * grain(x, y, n + 23)};
 }
 
 double component(const Ycc& colour, int plane)

@@ -8,6 +8,7 @@ namespace zumeta::test {
 /// What the drawn pictures show behind their bar code.
 enum class Scene {
     texture, ///< moving waves, patches of saturated colour with hard edges, fine grain
+    grain,   ///< the same under strong grain in luma and colour: any shift of a part of a pixel shows; encodes badly
     plain,   ///< one grey per side: for what is measured on flat ground
 };
 

@@ -55,7 +55,7 @@ PictureFormat plainFormat(int width, int height)
 
 RawPicture textured(Side side, int number, const PictureFormat& format)
 {
-    return draw({{side, number}, Scene::texture, false}, format);
+    return draw({{side, number}, Scene::grain, false}, format);
 }
 
 std::string describe(const ReferenceSettings& settings, const PictureFormat& above, const PictureFormat& below)
@@ -245,6 +245,26 @@ TEST(ReferencePicture, DecodedFramesAgreeOnTheirWayThroughReaderAndCompositor)
         EXPECT_GE(worstPsnr(RawPicture(out.view()), referenceComposite(settings, &aboveFrames[i], belowFrames[i])),
                   kAgreement);
     }
+}
+
+TEST(ReferencePicture, IsFineEnoughToSeeAQuarterOfAPixelAndASwappedSiting)
+{
+    // The bar of the tests above means something only if small mistakes fall short of it.
+    const ReferenceSettings settings;
+    const RawPicture above = textured(Side::above, 3, plainFormat(1280, 720));
+    const RawPicture below = textured(Side::below, 3, plainFormat(1280, 720));
+    const RawPicture right = referenceComposite(settings, &above, below);
+    ReferenceSettings moved = settings;
+    moved.aboveHorizontalOffset = 0.25 * 600 / 720;
+    EXPECT_LT(worstPsnr(right, referenceComposite(moved, &above, below)), kAgreement);
+    ReferenceSettings raised = settings;
+    raised.aboveOffset = 0.25 * 600 / 720;
+    EXPECT_LT(worstPsnr(right, referenceComposite(raised, &above, below)), kAgreement);
+    PictureFormat centred = below.format();
+    centred.siting = ChromaSiting::centre;
+    RawPicture shifted(centred);
+    shifted.bytes() = below.bytes();
+    EXPECT_LT(worstPsnr(right, referenceComposite(settings, &above, shifted)), kAgreement);
 }
 
 TEST(ReferencePicture, TheBandsRampIsLinearToACodeValue)
