@@ -123,7 +123,7 @@ void Demuxer::seekToSyncSample(const AVStream* stream, int64_t target)
 void Demuxer::seekToLastSyncSample(const AVStream* stream)
 {
     m_pending.reset();
-    const int64_t length = av_rescale_q(std::max<int64_t>(m_format->duration, 0), AV_TIME_BASE_Q, stream->time_base);
+    const int64_t length = av_rescale_q(std::max<int64_t>(m_format->duration, 0), {1, AV_TIME_BASE}, stream->time_base);
     if (av_seek_frame(m_format.get(), stream->index, length, AVSEEK_FLAG_BACKWARD) < 0)
         rewind();
 }
