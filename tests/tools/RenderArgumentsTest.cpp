@@ -146,4 +146,13 @@ TEST(RenderArguments, RefusesPointsThatContradictOtherValues)
               "--waterline and --offset do not go with --point-above and --point-below");
 }
 
+TEST(RenderArguments, RefusesAFileWithoutAName)
+{
+    EXPECT_EQ(refused({"--above", "", "--below", "b.mp4", "out.mp4"}), "--above needs the name of a file");
+    EXPECT_EQ(refused({"--above", "a.mp4", "--below=", "out.mp4"}), "--below needs the name of a file");
+    EXPECT_EQ(refused({"--above", "a.mp4", "--below", "b.mp4", ""}), "the output needs the name of a file");
+    EXPECT_EQ(refused(filesAnd({"--keep", ""})), "--keep needs the name of a file");
+    EXPECT_EQ(refused({"", "out.mp4"}), "the project needs the name of a file");
+}
+
 }

@@ -30,6 +30,18 @@ int openPipe()
 
 }
 
+void onInterrupt(void (*handler)(int))
+{
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
+    struct sigaction old {};
+    if (::sigaction(SIGHUP, nullptr, &old) == 0 && old.sa_handler != SIG_IGN)
+        ::sigaction(SIGHUP, &action, nullptr);
+}
+
 InterruptWatcher::InterruptWatcher(QObject* parent)
     : QObject(parent)
     , m_notifier(openPipe(), QSocketNotifier::Read)
@@ -40,17 +52,12 @@ InterruptWatcher::InterruptWatcher(QObject* parent)
         }
         Q_EMIT interrupted();
     });
-    struct sigaction action {};
-    action.sa_handler = onSignal;
-    action.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &action, nullptr);
-    ::sigaction(SIGTERM, &action, nullptr);
+    onInterrupt(onSignal);
 }
 
 InterruptWatcher::~InterruptWatcher()
 {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    onInterrupt(SIG_DFL);
     m_notifier.setEnabled(false);
     ::close(pipeEnds[0]);
     ::close(pipeEnds[1]);

@@ -5,7 +5,11 @@
 
 namespace zumeta {
 
-/// Turns Ctrl-C and a polite request to end into a signal of the event loop. One at a time; main thread.
+/// Sets what Ctrl-C, a polite request to end and a closed terminal do. A terminal's end that whoever started the
+/// program wants to be ignored stays ignored.
+void onInterrupt(void (*handler)(int));
+
+/// Turns these into a signal of the event loop. One at a time; main thread.
 class InterruptWatcher final : public QObject {
     Q_OBJECT
 public:

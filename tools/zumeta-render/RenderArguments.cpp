@@ -67,6 +67,7 @@ private:
     void finish();
     void finishProject();
     void finishFiles();
+    static FileUrl file(const std::string& what, const std::string& name);
 
     RenderRequest m_request;
     std::map<std::string, std::function<void(const std::string&)>> m_options;
@@ -117,9 +118,9 @@ void Parser::addOptions()
     numberNotBelowZero("--trim-end", &Config::exportTrimEndSeconds);
     point("--point-above", m_pointAbove);
     point("--point-below", m_pointBelow);
-    m_options["--above"] = [this](const std::string& text) { m_request.aboveFiles.emplace_back(text); };
-    m_options["--below"] = [this](const std::string& text) { m_request.belowFiles.emplace_back(text); };
-    m_options["--keep"] = [this](const std::string& text) { m_request.keep = FileUrl(text); };
+    m_options["--above"] = [this](const std::string& text) { m_request.aboveFiles.push_back(file("--above", text)); };
+    m_options["--below"] = [this](const std::string& text) { m_request.belowFiles.push_back(file("--below", text)); };
+    m_options["--keep"] = [this](const std::string& text) { m_request.keep = file("--keep", text); };
     m_options["--resolution"] = [this](const std::string& text) {
         m_request.resolution = exportResolutionFromRawValue(QString::fromUtf8(text.c_str()));
         if (!m_request.resolution)
@@ -171,7 +172,14 @@ void Parser::finish()
         finishFiles();
     else
         finishProject();
-    m_request.output = FileUrl(m_positional.back());
+    m_request.output = file("the output", m_positional.back());
+}
+
+FileUrl Parser::file(const std::string& what, const std::string& name)
+{
+    if (name.empty())
+        throw UsageError{what + " needs the name of a file"};
+    return FileUrl(name);
 }
 
 void Parser::finishProject()
@@ -184,7 +192,7 @@ void Parser::finishProject()
         if (name != "--resolution" && name != "--camera")
             throw UsageError{name + " does not go with a project"};
     }
-    m_request.project = FileUrl(m_positional.front());
+    m_request.project = file("the project", m_positional.front());
 }
 
 void Parser::finishFiles()

@@ -14,7 +14,9 @@
 #include "render/export/ExportTimeline.h"
 #include "render/export/StorageRequirement.h"
 
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 namespace zumeta {
 
@@ -102,6 +104,37 @@ ProjectState projectOf(const VideoCompositionConfig& config, AspectRatio aspect,
     return state;
 }
 
+bool isSamePlace(const FileUrl& a, const FileUrl& b)
+{
+    std::error_code missing; // a file that is not there yet is told by its path
+    return a.path().lexically_normal() == b.path().lexically_normal() ||
+           std::filesystem::equivalent(a.path(), b.path(), missing);
+}
+
+/// What is written must not take the place of what is read, nor of each other. That the movie spares its recordings is
+/// seen to by the export.
+void checkPlaces(const RenderRequest& request)
+{
+    if (request.project && isSamePlace(*request.project, request.output))
+        throw RenderFailure("the movie would replace the project: " + request.output.lastPathComponent());
+    if (!request.keep)
+        return;
+    const std::string name = request.keep->lastPathComponent();
+    if (isSamePlace(*request.keep, request.output))
+        throw RenderFailure("the project that is kept would replace the movie: " + name);
+    for (const auto* files : {&request.aboveFiles, &request.belowFiles}) {
+        if (std::any_of(files->begin(), files->end(),
+                        [&](const FileUrl& file) { return isSamePlace(file, *request.keep); }))
+            throw RenderFailure("the project that is kept would replace a recording: " + name);
+    }
+    // Told now, and not when the movie is finished.
+    std::error_code missing;
+    if (!std::filesystem::is_directory(request.keep->path().parent_path(), missing))
+        throw RenderFailure(name + " cannot be written: its folder does not exist");
+    if (std::filesystem::is_directory(request.keep->path(), missing))
+        throw RenderFailure(name + " cannot be written: it is a folder");
+}
+
 void setValues(ExportParameters& params, const VideoCompositionConfig& config, CameraType camera)
 {
     params.manualSyncTimeAbove = config.aboveStartTime;
@@ -120,6 +153,7 @@ void setValues(ExportParameters& params, const VideoCompositionConfig& config, C
 
 RenderJob prepareRenderJob(const RenderRequest& request)
 {
+    checkPlaces(request);
     RenderJob job;
     VideoCompositionConfig config = request.config;
     std::optional<AspectRatio> keptAspect;

@@ -9,8 +9,10 @@
 
 #include <QCoreApplication>
 #include <QFutureWatcher>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <string_view>
 #include <unistd.h>
 
 namespace {
@@ -26,18 +28,28 @@ ProgressDisplay::Style progressStyle(bool quiet)
     return ::isatty(STDOUT_FILENO) ? ProgressDisplay::Style::bar : ProgressDisplay::Style::lines;
 }
 
-int fail(const std::string& text)
+/// One line whatever stands in it: file names may hold line breaks and worse.
+int fail(std::string text)
 {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
     std::fprintf(stderr, "zumeta-render: %s\n", text.c_str());
     return failed;
 }
 
+/// Ends the program while nothing is on disk that would have to be cleaned up. May run at any point of it.
+void giveUpAtOnce(int)
+{
+    constexpr std::string_view kText = "zumeta-render: Export was cancelled\n";
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, kText.data(), kText.size());
+    ::_exit(failed);
+}
+
 /// Runs the event loop until the export has ended.
-ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request)
+ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request, const InterruptWatcher& interrupts)
 {
     ProgressDisplay progress(progressStyle(request.quiet));
     ExportService service;
-    const InterruptWatcher interrupts;
     QObject::connect(&interrupts, &InterruptWatcher::interrupted, [&service] { service.cancel(); });
     QFutureWatcher<ExportOutcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, QCoreApplication::instance(), &QCoreApplication::quit);
@@ -53,7 +65,9 @@ int render(const RenderRequest& request)
     try {
         const RenderJob job = prepareRenderJob(request);
         checkDiskSpace(job, request.output);
-        if (const ExportOutcome outcome = exportAndWait(job, request))
+        // Lives until the project is kept as well: by then it is too late to cancel, and a half kept one helps nobody.
+        const InterruptWatcher interrupts;
+        if (const ExportOutcome outcome = exportAndWait(job, request, interrupts))
             return fail(outcome->errorDescription().toStdString());
         if (request.keep && job.project)
             writeProjectFile(*request.keep, *job.project);
@@ -71,6 +85,9 @@ int main(int argc, char** argv)
 {
     // A file that grows past a limit is an error of the write, told like a full disk, and no reason to be killed.
     std::signal(SIGXFSZ, SIG_IGN);
+    // Whoever reads the progress may go away without taking the movie along.
+    std::signal(SIGPIPE, SIG_IGN);
+    onInterrupt(giveUpAtOnce);
     const QCoreApplication application(argc, argv);
     const LogCapture noLines([](const QString&) {});
     const auto parsed = parseRenderArguments({argv + 1, argv + argc});

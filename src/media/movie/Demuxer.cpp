@@ -2,6 +2,8 @@
 #include "media/movie/Demuxer.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace zumeta {
 
@@ -10,6 +12,21 @@ namespace {
 int isInterrupted(void* token)
 {
     return static_cast<const std::stop_token*>(token)->stop_requested() ? 1 : 0;
+}
+
+/// Throws when `code` is a failure, in the words of somebody who only knows the file.
+void checkOpened(int code, const FileUrl& file)
+{
+    if (code != AVERROR_INVALIDDATA) {
+        checkAv(code, MovieError::Kind::cannotOpen, file.lastPathComponent());
+        return;
+    }
+    std::error_code ignored;
+    const bool isEmpty = std::filesystem::file_size(file.path(), ignored) == 0;
+    throw MovieError(MovieError::Kind::cannotOpen,
+                     file.lastPathComponent() + (isEmpty ? ": the file is empty"
+                                                         : ": not a readable video; it is damaged, cut short, or no "
+                                                           "video at all"));
 }
 
 }
@@ -23,11 +40,10 @@ Demuxer Demuxer::open(const FileUrl& file, std::stop_token interrupt)
     context->interrupt_callback = {isInterrupted, demuxer.m_interrupt.get()};
     // The protocol in front keeps names that look like an option or a protocol from being taken for one.
     const std::string name = "file:" + file.path().native();
-    const std::string shownName = file.lastPathComponent();
     // A failing open frees the context by itself.
-    checkAv(avformat_open_input(&context, name.c_str(), nullptr, nullptr), MovieError::Kind::cannotOpen, shownName);
+    checkOpened(avformat_open_input(&context, name.c_str(), nullptr, nullptr), file);
     demuxer.m_format.reset(context);
-    checkAv(avformat_find_stream_info(context, nullptr), MovieError::Kind::cannotOpen, shownName);
+    checkOpened(avformat_find_stream_info(context, nullptr), file);
     return demuxer;
 }
 
@@ -107,7 +123,7 @@ void Demuxer::seekToSyncSample(const AVStream* stream, int64_t target)
 void Demuxer::seekToLastSyncSample(const AVStream* stream)
 {
     m_pending.reset();
-    const int64_t length = av_rescale_q(std::max<int64_t>(m_format->duration, 0), AV_TIME_BASE_Q, stream->time_base);
+    const int64_t length = av_rescale_q(std::max<int64_t>(m_format->duration, 0), {1, AV_TIME_BASE}, stream->time_base);
     if (av_seek_frame(m_format.get(), stream->index, length, AVSEEK_FLAG_BACKWARD) < 0)
         rewind();
 }

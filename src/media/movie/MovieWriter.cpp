@@ -53,6 +53,7 @@ private:
 
     const MovieSettings m_settings;
     OutputFile m_output;
+    std::mutex m_fileMutex; ///< held while the disk is written, which may take long; never together with m_mutex
     OutputFormat m_format;
     AVStream* m_videoStream = nullptr;
     AVStream* m_audioStream = nullptr;
@@ -291,7 +292,7 @@ void MovieWriter::Implementation::write(AVPacket& packet, const AVStream& stream
     }
     packet.stream_index = stream.index;
     av_packet_rescale_ts(&packet, timeBase, stream.time_base);
-    const std::lock_guard lock(m_mutex);
+    const std::lock_guard lock(m_fileMutex);
     throwIfCancelled();
     if (av_write_frame(m_format.get(), &packet) < 0 || !m_output.failure().empty())
         throw MovieError(MovieError::Kind::cannotWrite,

@@ -19,6 +19,12 @@ std::string systemText(int error)
     return std::generic_category().message(error);
 }
 
+/// Why a new file could not be made. The system names the file as missing when its folder is.
+std::string reasonOf(int error)
+{
+    return error == ENOENT ? "its folder does not exist" : systemText(error);
+}
+
 }
 
 void OutputFile::FreesContext::operator()(AVIOContext* context) const noexcept
@@ -32,7 +38,8 @@ OutputFile::OutputFile(const FileUrl& file)
 {
     m_descriptor = ::open(file.path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, kPermissions);
     if (m_descriptor < 0)
-        throw MovieError(MovieError::Kind::cannotWrite, file.lastPathComponent() + ": " + systemText(errno));
+        throw MovieError(MovieError::Kind::cannotWrite,
+                         file.lastPathComponent() + " cannot be written: " + reasonOf(errno));
     struct stat facts {};
     ::fstat(m_descriptor, &facts);
     m_device = facts.st_dev;

@@ -112,7 +112,7 @@ void ExportRun::removeOldOutput() const
     if (::unlink(m_outputURL.path().c_str()) == 0 || errno == ENOENT || errno == ENOTDIR)
         return;
     const std::string reason = std::generic_category().message(errno);
-    throw MovieError(MovieError::Kind::cannotWrite, m_outputURL.lastPathComponent() + ": " + reason);
+    throw MovieError(MovieError::Kind::cannotWrite, m_outputURL.lastPathComponent() + " cannot be replaced: " + reason);
 }
 
 void ExportRun::openSources()

@@ -43,6 +43,8 @@ void FrameReadAhead::run()
         m_waiting.push_back(std::move(*slot));
         m_changed.notify_all();
         m_changed.wait(lock, [this] { return m_stopped || m_waiting.size() < m_depth; });
+        if (m_stopped)
+            return; // one more frame would only be thrown away
     }
 }
 
