@@ -95,8 +95,17 @@ bool AudioDecoder::decodeMore()
     }
 }
 
-void AudioDecoder::makeResampler(const AVFrame& frame)
+bool AudioDecoder::takesResamplerOf(const AVFrame& frame) const
 {
+    return m_resampler && frame.format == m_inputFormat && frame.sample_rate == m_inputRate &&
+           frame.ch_layout.nb_channels == m_inputChannels;
+}
+
+bool AudioDecoder::makeResampler(const AVFrame& frame)
+{
+    m_resampler.reset();
+    if (frame.sample_rate < 1 || frame.ch_layout.nb_channels < 1)
+        return false;
     AVChannelLayout from{};
     if (frame.ch_layout.order == AV_CHANNEL_ORDER_UNSPEC)
         av_channel_layout_default(&from, frame.ch_layout.nb_channels);
@@ -107,22 +116,32 @@ void AudioDecoder::makeResampler(const AVFrame& frame)
     SwrContext* context = nullptr;
     const int code = swr_alloc_set_opts2(&context, &to, AV_SAMPLE_FMT_S16, AudioSource::kSampleRate, &from,
                                          AVSampleFormat(frame.format), frame.sample_rate, 0, nullptr);
-    m_resampler.reset(context);
+    Resampler resampler(context);
     av_channel_layout_uninit(&from);
-    checkAv(code, MovieError::Kind::cannotDecode, "converting sound");
-    checkAv(swr_init(context), MovieError::Kind::cannotDecode, "converting sound");
+    if (code < 0 || swr_init(context) < 0)
+        return false;
+    m_resampler = std::move(resampler);
+    // What is placed already counts on in the new rate.
+    if (m_inputRate > 0)
+        m_samplesIn = av_rescale(m_samplesIn, frame.sample_rate, m_inputRate);
     m_inputRate = frame.sample_rate;
+    m_inputFormat = frame.format;
+    m_inputChannels = frame.ch_layout.nb_channels;
+    return true;
 }
 
 void AudioDecoder::placeFrame(const AVFrame& frame)
 {
     const int64_t timeStamp = frame.pts != AV_NOPTS_VALUE ? frame.pts : frame.best_effort_timestamp;
     const bool hasTime = timeStamp != AV_NOPTS_VALUE;
-    if (!m_resampler) {
-        makeResampler(frame);
-        m_origin = hasTime ? toMediaTime(timeStamp, m_stream->time_base) - m_timeShift : MediaTime{0, 1};
-    } else if (frame.sample_rate != m_inputRate) {
-        return; // a track that changes its rate half way is damaged
+    if (!takesResamplerOf(frame)) {
+        // A track may change its channels or its rate half way; what the old form holds back comes out first.
+        resample(nullptr);
+        const bool isFirst = m_inputRate == 0;
+        if (!makeResampler(frame))
+            return; // sound in a form that nothing can convert is as good as damaged
+        if (isFirst)
+            m_origin = hasTime ? toMediaTime(timeStamp, m_stream->time_base) - m_timeShift : MediaTime{0, 1};
     }
     if (hasTime) {
         const MediaTime expected = m_origin + MediaTime{m_samplesIn, m_inputRate};

@@ -18,7 +18,8 @@ public:
 private:
     bool decodeMore();
     void resample(const AVFrame* frame);
-    void makeResampler(const AVFrame& frame);
+    bool takesResamplerOf(const AVFrame& frame) const;
+    bool makeResampler(const AVFrame& frame);
     void placeFrame(const AVFrame& frame);
     void feedSilence(int64_t samples);
     std::optional<AudioBuffer> takeBuffer();
@@ -32,6 +33,8 @@ private:
     MediaTime m_from;
     MediaTime m_to;
     int m_inputRate = 0;
+    int m_inputFormat = 0;
+    int m_inputChannels = 0;
     MediaTime m_origin;         ///< of the first sample that went into the resampler
     int64_t m_samplesIn = 0;    ///< at the input rate, since the origin
     int64_t m_samplesTaken = 0; ///< at the output rate, since the origin
