@@ -14,6 +14,7 @@ public:
         cannotDecode, ///< no decoder for the track
         cannotEncode, ///< the encoder refused the settings or a frame
         cannotWrite,  ///< the output could not be made or written, a full disk among the reasons
+        cannotStart,  ///< the output was made, but nothing could be written to it
         cancelled     ///< given up on request
     };
 

@@ -41,6 +41,7 @@ public:
     void removeFile() noexcept { m_output.remove(); }
 
 private:
+    void start(const MovieSettings& settings);
     AVStream* addStream(const AVCodecContext& codec, AVRational timeBase);
     Frame frameOf(const WritablePicture& picture);
     void encodeHeldFrame(int64_t duration);
@@ -87,32 +88,38 @@ MovieWriter::Implementation::Implementation(const FileUrl& file, const MovieSett
 {
     quietLibav();
     try {
-        AVFormatContext* context = nullptr;
-        checkAv(avformat_alloc_output_context2(&context, nullptr, "mp4", nullptr), MovieError::Kind::cannotWrite,
-                "starting the movie file");
-        m_format.reset(context);
-        context->pb = m_output.context();
-        // Keeps the muxer from adding its own name to the metadata.
-        context->flags |= AVFMT_FLAG_BITEXACT;
-        m_video = openVideoEncoder(settings.video);
-        m_videoStream = addStream(*m_video, {1, kMovieTimescale});
-        m_videoStream->avg_frame_rate = m_video->framerate;
-        if (settings.audio) {
-            m_audio = openAudioEncoder(*settings.audio);
-            m_audioStream = addStream(*m_audio, m_audio->time_base);
-        }
-        for (const MovieMetadataItem& item : settings.metadata)
-            av_dict_set(&context->metadata, item.key.c_str(), item.value.c_str(), 0);
-        AVDictionary* options = nullptr;
-        av_dict_set(&options, "movflags", "+use_metadata_tags", 0);
-        av_dict_set_int(&options, "movie_timescale", kMovieTimescale, 0);
-        const int code = avformat_write_header(context, &options);
-        av_dict_free(&options);
-        checkAv(code, MovieError::Kind::cannotWrite, "starting the movie file");
-    } catch (...) {
+        start(settings);
+    } catch (const std::exception& error) {
         m_output.remove();
-        throw;
+        throw MovieError(MovieError::Kind::cannotStart,
+                         m_output.failure().empty() ? std::string(error.what()) : m_output.failure());
     }
+}
+
+void MovieWriter::Implementation::start(const MovieSettings& settings)
+{
+    AVFormatContext* context = nullptr;
+    constexpr auto kKind = MovieError::Kind::cannotStart;
+    checkAv(avformat_alloc_output_context2(&context, nullptr, "mp4", nullptr), kKind, "starting the movie file");
+    m_format.reset(context);
+    context->pb = m_output.context();
+    // Keeps the muxer from adding its own name to the metadata.
+    context->flags |= AVFMT_FLAG_BITEXACT;
+    m_video = openVideoEncoder(settings.video);
+    m_videoStream = addStream(*m_video, {1, kMovieTimescale});
+    m_videoStream->avg_frame_rate = m_video->framerate;
+    if (settings.audio) {
+        m_audio = openAudioEncoder(*settings.audio);
+        m_audioStream = addStream(*m_audio, m_audio->time_base);
+    }
+    for (const MovieMetadataItem& item : settings.metadata)
+        av_dict_set(&context->metadata, item.key.c_str(), item.value.c_str(), 0);
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "movflags", "+use_metadata_tags", 0);
+    av_dict_set_int(&options, "movie_timescale", kMovieTimescale, 0);
+    const int code = avformat_write_header(context, &options);
+    av_dict_free(&options);
+    checkAv(code, kKind, "starting the movie file");
 }
 
 AVStream* MovieWriter::Implementation::addStream(const AVCodecContext& codec, AVRational timeBase)

@@ -91,7 +91,13 @@ void ExportRun::exportMovie()
 {
     removeOldOutput();
     openSources();
-    m_writer = MovieWriter::create(m_outputURL, movieSettings());
+    try {
+        m_writer = MovieWriter::create(m_outputURL, movieSettings());
+    } catch (const MovieError& error) {
+        if (error.kind() == MovieError::Kind::cannotStart)
+            throw writerFailed(error.what());
+        throw;
+    }
     writeMovie();
     m_report(1.0);
 }
