@@ -17,9 +17,10 @@ constexpr int kBFrames = 2;
 /// fastest useful preset, with bits moved to where later frames need them. Always two B-frames, no search for fewer;
 /// of the small partitions only the one that pays on real recordings; a short look ahead, whose frames are memory.
 constexpr char kPreset[] = "superfast";
-constexpr char kTuning[] = "mbtree=1:rc-lookahead=6:sync-lookahead=0:b-adapt=0:weightp=0:partitions=i8x8";
-/// More frame threads than this cost memory (a 4K frame under way takes tens of megabytes) and bring nothing.
+constexpr char kTuning[] = "mbtree=1:rc-lookahead=4:sync-lookahead=0:b-adapt=0:weightp=0:partitions=i8x8";
 constexpr int kMostEncoderThreads = 12;
+/// Pictures of more lines than this are coded by fewer threads: each holds frames, of tens of megabytes in 4K.
+constexpr int kLargePictureLines = 1440;
 
 void setOption(AVDictionary** options, const char* key, const std::string& value)
 {
@@ -35,9 +36,11 @@ struct Options {
     Options& operator=(const Options&) = delete;
 };
 
-int encoderThreads()
+/// More than there are cores, so that none idles while a frame waits for the one that it refers to.
+int encoderThreads(int lines)
 {
-    return std::clamp(int(std::thread::hardware_concurrency()), 2, kMostEncoderThreads);
+    const int cores = int(std::thread::hardware_concurrency());
+    return std::clamp(lines > kLargePictureLines ? cores * 3 / 2 : cores * 2, 2, kMostEncoderThreads);
 }
 
 }
@@ -64,7 +67,7 @@ CodecContext openVideoEncoder(const MovieVideoSettings& settings)
     context->chroma_sample_location = AVCHROMA_LOC_LEFT;
     context->sample_aspect_ratio = {1, 1};
     context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    context->thread_count = encoderThreads();
+    context->thread_count = encoderThreads(settings.height);
     Options options;
     const bool ownSettings = settings.encoderPreset.empty();
     setOption(&options.dictionary, "preset", ownSettings ? kPreset : settings.encoderPreset);

@@ -21,7 +21,7 @@ struct MovieVideoSettings {
     double frameRate = 30; ///< frames per second, told to the rate control; time stamps rule the timing
     H264Profile profile = H264Profile::high;
     int maxKeyFrameInterval = 30; ///< frames
-    std::string encoderPreset; ///< of the encoder's own in place of the house's settings; for comparing only
+    std::string encoderPreset;    ///< of the encoder's own in place of the house's settings; for comparing only
 };
 
 struct MovieAudioSettings {

@@ -19,8 +19,10 @@ namespace zumeta {
 
 namespace {
 
-/// Decoded frames that wait on each side. One keeps the stages apart; more only take memory.
-constexpr size_t kReadAhead = 1;
+/// Decoded frames that wait on each side. Frames differ in what they cost; a few keep every stage at work, more only
+/// take memory, of which there is this much for each side.
+constexpr size_t kMostReadAhead = 3;
+constexpr double kReadAheadBytes = 26e6;
 /// The timescale of the session's end and of the sound's start.
 constexpr int64_t kSessionTimescale = 600;
 
@@ -29,6 +31,14 @@ int decoderThreads()
 {
     const int cores = int(std::thread::hardware_concurrency());
     return std::clamp(cores / 2, 1, 8);
+}
+
+size_t readAhead(const MediaComposition& source)
+{
+    const VideoTrack& track = *source.video().front().asset.video;
+    constexpr double kBytesPerPixel = 1.5; // 8 bit 4:2:0, which nearly all recordings are
+    const double bytes = std::max(track.naturalWidth * track.naturalHeight * kBytesPerPixel, 1.0);
+    return std::clamp(size_t(kReadAheadBytes / bytes), size_t(1), kMostReadAhead);
 }
 
 int compositorThreads()
@@ -168,8 +178,8 @@ std::unique_ptr<FrameSource> ExportRun::openReader(const MediaComposition& sourc
 void ExportRun::writeMovie()
 {
     const ExportResolutionFacts& size = facts(m_params.resolution);
-    FrameReadAhead above(openReader(m_above, m_timeline.aboveStart), kReadAhead);
-    FrameReadAhead below(openReader(m_below, m_timeline.belowStart), kReadAhead);
+    FrameReadAhead above(openReader(m_above, m_timeline.aboveStart), readAhead(m_above));
+    FrameReadAhead below(openReader(m_below, m_timeline.belowStart), readAhead(m_below));
     const MediaTime soundStart = MediaTime::nearest(m_timeline.aboveStart, kSessionTimescale);
     std::unique_ptr<AudioSource> sound;
     try {
