@@ -22,11 +22,11 @@ int main(int argc, char** argv)
     const auto* const request = std::get_if<RenderRequest>(&parsed);
     if (!request)
         return 2;
-    ExportEnvironment environment;
+    const RenderJob job = prepareRenderJob(*request);
+    ExportEnvironment environment = environmentOf(job);
     environment.encoderPreset = argv[1];
     ExportService service(environment);
-    const ExportOutcome outcome =
-        service.exportComposite(prepareRenderJob(*request).params, request->output, [](double) {}).result();
+    const ExportOutcome outcome = service.exportComposite(job.params, request->output, [](double) {}).result();
     if (!outcome)
         return 0;
     std::fprintf(stderr, "%s\n", outcome->what());

@@ -45,11 +45,18 @@ std::vector<FileUrl> resolveSide(const std::optional<VideoAsset>& asset, const F
     return found;
 }
 
+const MediaAsset& assetOf(const FileUrl& file, RenderJob& job)
+{
+    const auto known = job.assets.find(file.path());
+    return known != job.assets.end() ? known->second
+                                     : job.assets.emplace(file.path(), MediaAsset::load(file)).first->second;
+}
+
 /// The size of the first file's picture as it is meant to be seen. Nothing when that cannot be read.
-std::optional<ProjectShape> shapeOf(const FileUrl& file)
+std::optional<ProjectShape> shapeOf(const FileUrl& file, RenderJob& job)
 {
     try {
-        const MediaAsset asset = MediaAsset::load(file);
+        const MediaAsset& asset = assetOf(file, job);
         if (!asset.video)
             return std::nullopt;
         const PreferredTransform& turn = asset.video->preferredTransform;
@@ -64,10 +71,10 @@ std::optional<ProjectShape> shapeOf(const FileUrl& file)
     }
 }
 
-std::optional<VideoAsset> metadataOf(const std::vector<FileUrl>& files)
+std::optional<VideoAsset> metadataOf(const std::vector<FileUrl>& files, RenderJob& job)
 {
     const MetadataOutcome outcome =
-        VideoMetadataLoader::loadNow(files, [](const FileUrl& url) { return MediaAsset::load(url); });
+        VideoMetadataLoader::loadNow(files, [&job](const FileUrl& url) { return assetOf(url, job); });
     const auto* const asset = std::get_if<VideoAsset>(&outcome);
     return asset ? std::optional(*asset) : std::nullopt;
 }
@@ -172,11 +179,11 @@ RenderJob prepareRenderJob(const RenderRequest& request)
         job.params.belowVideoURLs = VideoFileHelper::sortedByName(request.belowFiles);
     }
     setValues(job.params, config, request.camera);
-    const ProjectShape shape = shapeOf(job.params.aboveVideoURLs.front()).value_or(ProjectShape{});
+    const ProjectShape shape = shapeOf(job.params.aboveVideoURLs.front(), job).value_or(ProjectShape{});
     job.params.projectAspectRatio = keptAspect.value_or(shape.projectAspectRatio);
     job.params.resolution = request.resolution.value_or(shape.selectedResolution);
-    const std::optional<VideoAsset> above = metadataOf(job.params.aboveVideoURLs);
-    const std::optional<VideoAsset> below = metadataOf(job.params.belowVideoURLs);
+    const std::optional<VideoAsset> above = metadataOf(job.params.aboveVideoURLs, job);
+    const std::optional<VideoAsset> below = metadataOf(job.params.belowVideoURLs, job);
     if (above && below) {
         try {
             job.estimatedDuration =
@@ -188,6 +195,16 @@ RenderJob prepareRenderJob(const RenderRequest& request)
             job.project = projectOf(config, job.params.projectAspectRatio, *above, *below);
     }
     return job;
+}
+
+ExportEnvironment environmentOf(const RenderJob& job)
+{
+    ExportEnvironment environment;
+    environment.loadAsset = [assets = job.assets](const FileUrl& url, const std::stop_token& stop) {
+        const auto known = assets.find(url.path());
+        return known != assets.end() ? known->second : MediaAsset::load(url, stop);
+    };
+    return environment;
 }
 
 void checkDiskSpace(const RenderJob& job, const FileUrl& output)

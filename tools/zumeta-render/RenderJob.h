@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include "media/movie/MediaAsset.h"
 #include "model/ProjectState.h"
 #include "render/export/ExportParameters.h"
+#include "render/export/ExportService.h"
 #include "zumeta-render/RenderArguments.h"
 
+#include <filesystem>
+#include <map>
 #include <stdexcept>
 
 namespace zumeta {
@@ -17,6 +21,8 @@ public:
 /// A request with everything looked up that the export needs.
 struct RenderJob {
     ExportParameters params;
+    /// What was found out about the files, by path: they need not be looked at twice.
+    std::map<std::filesystem::path, MediaAsset> assets;
     /// The composition as a project, with its bookmarks; made only when it shall be kept.
     std::optional<ProjectState> project;
     double estimatedDuration = 0; ///< seconds, for the disk space; 0 when the files tell nothing
@@ -24,6 +30,9 @@ struct RenderJob {
 
 /// Reads the project and looks at the files. Throws RenderFailure.
 RenderJob prepareRenderJob(const RenderRequest& request);
+
+/// The export's surroundings for this job.
+ExportEnvironment environmentOf(const RenderJob& job);
 
 /// Throws RenderFailure when the output's volume has not enough room; does nothing when that cannot be found out.
 void checkDiskSpace(const RenderJob& job, const FileUrl& output);

@@ -49,7 +49,7 @@ void giveUpAtOnce(int)
 ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request, const InterruptWatcher& interrupts)
 {
     ProgressDisplay progress(progressStyle(request.quiet));
-    ExportService service;
+    ExportService service(environmentOf(job));
     QObject::connect(&interrupts, &InterruptWatcher::interrupted, [&service] { service.cancel(); });
     QFutureWatcher<ExportOutcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, QCoreApplication::instance(), &QCoreApplication::quit);

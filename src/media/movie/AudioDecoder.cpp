@@ -32,7 +32,7 @@ int64_t sampleAtOrAfter(MediaTime time, MediaTime origin)
 }
 
 AudioDecoder::AudioDecoder(const MediaAsset& asset, MediaTime from, MediaTime to, std::stop_token interrupt)
-    : m_demuxer(Demuxer::open(asset.url, std::move(interrupt)))
+    : m_demuxer(Demuxer::openAgain(asset.url, AVMEDIA_TYPE_AUDIO, std::move(interrupt)))
     , m_packet(checkAllocated(av_packet_alloc()))
     , m_timeShift(asset.timeShift)
     , m_from(from)

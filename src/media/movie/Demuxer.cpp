@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace zumeta {
@@ -12,6 +13,18 @@ namespace {
 int isInterrupted(void* token)
 {
     return static_cast<const std::stop_token*>(token)->stop_requested() ? 1 : 0;
+}
+
+/// MP4 and MOV with a full table of samples and the decoder's set-up in the header. Fragmented files have neither their
+/// start nor their order there.
+bool headerTellsAll(const AVFormatContext& format, const AVStream& stream)
+{
+    const AVCodecParameters& codec = *stream.codecpar;
+    const bool isSetUp =
+        codec.extradata_size > 0 && (codec.codec_id == AV_CODEC_ID_H264 || codec.codec_id == AV_CODEC_ID_HEVC ||
+                                     (codec.codec_id == AV_CODEC_ID_AAC && codec.sample_rate > 0));
+    return isSetUp && stream.nb_frames > 0 && stream.start_time != AV_NOPTS_VALUE &&
+           std::string_view(format.iformat->name).starts_with("mov");
 }
 
 /// Throws when `code` is a failure, in the words of somebody who only knows the file.
@@ -31,7 +44,7 @@ void checkOpened(int code, const FileUrl& file)
 
 }
 
-Demuxer Demuxer::open(const FileUrl& file, std::stop_token interrupt)
+Demuxer Demuxer::openHeader(const FileUrl& file, std::stop_token interrupt)
 {
     quietLibav();
     Demuxer demuxer;
@@ -43,7 +56,22 @@ Demuxer Demuxer::open(const FileUrl& file, std::stop_token interrupt)
     // A failing open frees the context by itself.
     checkOpened(avformat_open_input(&context, name.c_str(), nullptr, nullptr), file);
     demuxer.m_format.reset(context);
-    checkOpened(avformat_find_stream_info(context, nullptr), file);
+    return demuxer;
+}
+
+Demuxer Demuxer::open(const FileUrl& file, std::stop_token interrupt)
+{
+    Demuxer demuxer = openHeader(file, std::move(interrupt));
+    checkOpened(avformat_find_stream_info(demuxer.m_format.get(), nullptr), file);
+    return demuxer;
+}
+
+Demuxer Demuxer::openAgain(const FileUrl& file, AVMediaType kind, std::stop_token interrupt)
+{
+    Demuxer demuxer = openHeader(file, std::move(interrupt));
+    const AVStream* const stream = demuxer.firstStream(kind);
+    if (!stream || !headerTellsAll(demuxer.format(), *stream))
+        checkOpened(avformat_find_stream_info(demuxer.m_format.get(), nullptr), file);
     return demuxer;
 }
 

@@ -12,6 +12,9 @@ class Demuxer {
 public:
     /// Throws MovieError::cannotOpen. `interrupt` ends long reads early, which then look like the end of the file.
     static Demuxer open(const FileUrl& file, std::stop_token interrupt = {});
+    /// The same for a file that was looked at before. Where the header tells enough to decode this kind of track, it
+    /// goes by that alone: looking at the packets takes as long as decoding several frames.
+    static Demuxer openAgain(const FileUrl& file, AVMediaType kind, std::stop_token interrupt = {});
 
     /// The lowest numbered stream of the kind; attached pictures do not count. Null without one.
     AVStream* firstStream(AVMediaType kind) const;
@@ -33,6 +36,7 @@ public:
 
 private:
     Demuxer() = default;
+    static Demuxer openHeader(const FileUrl& file, std::stop_token interrupt);
 
     // Declared first: the callback inside the context points at it, so it must outlive the context.
     std::unique_ptr<std::stop_token> m_interrupt;

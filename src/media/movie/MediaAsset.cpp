@@ -143,6 +143,8 @@ VideoTrack videoTrackOf(Demuxer& demuxer, AVStream* stream)
     track.streamIndex = stream->index;
     const AVRational aspect = av_guess_sample_aspect_ratio(&demuxer.format(), stream, nullptr);
     const double pixelAspect = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1;
+    track.pixelAspect = pixelAspect;
+    track.reorderedFrames = stream->codecpar->video_delay;
     track.naturalWidth = stream->codecpar->width * pixelAspect;
     track.naturalHeight = stream->codecpar->height;
     track.nominalFrameRate = averageRate(*stream);

@@ -24,7 +24,9 @@ struct VideoTrack {
     float nominalFrameRate = 0; ///< average frames per second; 0 when the file does not tell
     MediaTime minFrameDuration; ///< the shortest spacing that the track declares; 0 when unknown
     PreferredTransform preferredTransform;
-    MediaTime length; ///< from the first picture to the end of the last one
+    double pixelAspect = 1;  ///< width of a pixel over its height
+    int reorderedFrames = 0; ///< that a decoder holds back to give the others in order
+    MediaTime length;        ///< from the first picture to the end of the last one
 };
 
 struct AudioTrack {

@@ -29,7 +29,7 @@ CodecContext openDecoder(const AVStream& stream, const FrameReaderOptions& optio
 }
 
 VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameReaderOptions& options)
-    : m_demuxer(Demuxer::open(asset.url, options.interrupt))
+    : m_demuxer(Demuxer::openAgain(asset.url, AVMEDIA_TYPE_VIDEO, options.interrupt))
     , m_interrupt(options.interrupt)
     , m_timeShift(asset.timeShift)
 {
@@ -37,9 +37,12 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
     m_stream = m_demuxer.firstStream(AVMEDIA_TYPE_VIDEO);
     if (!m_stream)
         throw MovieError(MovieError::Kind::noVideoTrack, name + ": no video track");
+    if (asset.video) {
+        // The header alone may not tell these.
+        m_pixelAspect = asset.video->pixelAspect;
+        m_stream->codecpar->video_delay = asset.video->reorderedFrames;
+    }
     m_codec = openDecoder(*m_stream, options, name);
-    const AVRational aspect = av_guess_sample_aspect_ratio(&m_demuxer.format(), m_stream, nullptr);
-    m_pixelAspect = aspect.num > 0 && aspect.den > 0 ? av_q2d(aspect) : 1;
     // AVI has no presentation times: what libav guesses cannot tell a late frame from a missing one.
     m_timeStampsAreReal = std::string_view(m_demuxer.format().iformat->name) != "avi";
     m_demuxer.select(m_stream);

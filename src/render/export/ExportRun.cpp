@@ -133,7 +133,8 @@ void ExportRun::removeOldOutput() const
 
 void ExportRun::openSources()
 {
-    const ClipSteps steps = ClipSteps::standard(m_stop);
+    const ClipSteps steps =
+        ClipSteps::with([this](const FileUrl& url) { return m_environment.loadAsset(url, m_stop); });
     m_above = createAssetFromURLs(m_params.aboveVideoURLs, steps);
     m_below = createAssetFromURLs(m_params.belowVideoURLs, steps);
     throwIfCancelled();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include "media/movie/MediaAsset.h"
 #include "platform/BundleInfo.h"
 #include "platform/FileUrl.h"
 #include "platform/WallClock.h"
@@ -11,6 +12,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
+#include <string>
 
 namespace zumeta {
 
@@ -23,6 +26,8 @@ struct ExportEnvironment {
     std::shared_ptr<const WallClock> clock = std::make_shared<SystemWallClock>();
     /// Draws the mark for a frame of this size; without it, or when it gives nothing, there is no mark.
     std::function<std::shared_ptr<const MarkImage>(int width, int height)> drawMark;
+    /// How sources are looked at. Whoever has looked at them already can spare the export the time. Any thread.
+    std::function<MediaAsset(const FileUrl&, const std::stop_token&)> loadAsset = MediaAsset::load;
     /// A preset of the encoder in place of the house's settings, to compare them.
     std::string encoderPreset;
 };

@@ -27,10 +27,9 @@ MediaTime addClip(MediaComposition& composition, const FileUrl& url, MediaTime i
 
 }
 
-ClipSteps ClipSteps::standard(std::stop_token interrupt)
+ClipSteps ClipSteps::with(std::function<MediaAsset(const FileUrl&)> load)
 {
-    return {[interrupt](const FileUrl& url) { return MediaAsset::load(url, interrupt); },
-            [](MediaComposition& composition, const MediaAsset& asset, MediaTime at) {
+    return {std::move(load), [](MediaComposition& composition, const MediaAsset& asset, MediaTime at) {
                 composition.insertAudio(asset, at);
             }};
 }

@@ -12,8 +12,7 @@ struct ClipSteps {
     std::function<MediaAsset(const FileUrl&)> load;
     std::function<void(MediaComposition&, const MediaAsset&, MediaTime)> insertAudio;
 
-    /// The real ones.
-    static ClipSteps standard(std::stop_token interrupt);
+    static ClipSteps with(std::function<MediaAsset(const FileUrl&)> load);
 };
 
 /// Joins the files of one side in the order given. One file is taken as it is, and what it cannot do is thrown;
