@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "platform/FileUrl.h"
-
 #include "platform/Task.h"
+
 #include <QString>
 #include <functional>
 #include <variant>

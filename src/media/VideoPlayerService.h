@@ -3,8 +3,8 @@
 #include "media/AssetLoader.h"
 #include "media/playback/Player.h"
 #include "model/VideoAsset.h"
-
 #include "platform/Task.h"
+
 #include <QObject>
 #include <map>
 #include <memory>
