@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/VirtualPlayer.h"
 
-namespace zumeta {
+namespace zumeta::test {
 
 void VirtualPlayer::replaceCurrentItem(std::optional<PlayerItem> item, ItemChange change)
 {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace zumeta {
+namespace zumeta::test {
 
 /// A player without pictures: its time is the real players' own, on whatever clock it is given. It notes what it was
 /// told.

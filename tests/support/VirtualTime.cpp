@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <limits>
 
-namespace zumeta {
+namespace zumeta::test {
 
 VirtualTime::~VirtualTime()
 {

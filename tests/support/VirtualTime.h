@@ -8,7 +8,7 @@
 #include <map>
 #include <mutex>
 
-namespace zumeta {
+namespace zumeta::test {
 
 /// A clock and the main thread's queue in one, in a time that moves only when a test says so. Work runs in order of
 /// its moment, then of posting; each piece is a turn of its own. Work that is left at the end still runs, so that no
