@@ -4,7 +4,7 @@
 namespace zumeta::test {
 namespace {
 
-// Written by hand, apart from the program's table: what a surface asks for must not change with a slip in that table.
+// A list apart from the program's table: what the surfaces ask for must not change with a slip in that table.
 constexpr EnglishText kTexts[] = {
     {u"Adjustment Panel"},
     {u"Export Settings"},

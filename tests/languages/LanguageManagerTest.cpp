@@ -2,6 +2,7 @@
 #include "languages/LanguageManager.h"
 #include "support/MemoryUserDefaults.h"
 
+#include <QLocale>
 #include <gtest/gtest.h>
 
 namespace zumeta {
@@ -159,12 +160,12 @@ TEST_F(LanguageManagerTest, AnUnknownKeyReturnsItselfUnchanged)
     EXPECT_EQ(languages.localized(QString()), QString());
 }
 
-TEST(SystemLanguages, AreThoseOfTheEnvironmentInTheirOrder)
+TEST_F(LanguageManagerTest, WithNoOtherSourceTheDesktopsLanguagesAreFollowed)
 {
-    // The tests run in the C locale, which names no language that is spoken here: English it is.
-    test::MemoryUserDefaults userDefaults;
-    EXPECT_FALSE(LanguageManager::systemLanguages().isEmpty());
-    EXPECT_EQ(LanguageManager(userDefaults).currentLanguage(), AppLanguage::english);
+    const QStringList desktop = QLocale::system().uiLanguages();
+    ASSERT_FALSE(desktop.isEmpty());
+    EXPECT_EQ(LanguageManager::systemLanguages(), desktop);
+    EXPECT_EQ(LanguageManager(userDefaults).currentLanguage(), appLanguageForPreferred(desktop));
 }
 
 }

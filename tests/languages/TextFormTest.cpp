@@ -75,7 +75,7 @@ TEST(TextWidth, ButtonsSideBySideShareOneRow)
 
 TEST(TextWidth, ButtonsAsWideAsThePanelFitIntoIt)
 {
-    expectNoWiderThan(30, {"Lock 5m Line",
+    expectNoWiderThan(32, {"Lock 5m Line",
                            "Go to Step 2",
                            "Go to Step 3",
                            "Go to Step 4",

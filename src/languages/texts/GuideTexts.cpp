@@ -123,15 +123,15 @@ constexpr TextRow kRows[] = {
      .italian = u"Allinea linea d’acqua e nuotatore"},
     {.key = u"Onboarding Step 3 Detail",
      .english = u"Start with Basic Adjustments. Match waterline height, swimmer height, then horizontal position.",
-     .japanese = u"まず基本調整から始めます。水面ラインの高さ、泳者の高さ、左右位置の順に合わせます。",
-     .chinese = u"先从基本调整开始。依次对齐水面线高度、泳者高度和水平位置。",
-     .korean = u"기본 조정부터 시작하세요. 수면선 높이, 선수 높이, 가로 위치 순으로 맞추세요.",
+     .japanese = u"まず基本調整から始めます。水面ラインの高さ、泳者の上下位置、左右位置の順に合わせます。",
+     .chinese = u"先从基本调整开始。依次对齐水面线高度、泳者垂直位置和水平位置。",
+     .korean = u"기본 조정부터 시작하세요. 수면선 높이, 선수 세로 위치, 가로 위치 순으로 맞추세요.",
      .portuguese = u"Comece pelos ajustes básicos. Acerte a altura da linha d’água, a altura do nadador e depois a "
                    u"posição horizontal.",
      .spanish = u"Empieza por los ajustes básicos. Haz coincidir la altura de la línea de agua, la altura del nadador "
                 u"y después la posición horizontal.",
-     .french = u"Commencez par les réglages de base. Ajustez la hauteur du niveau de l’eau, la hauteur du nageur, puis "
-               u"la position horizontale.",
+     .french = u"Commencez par les réglages de base. Ajustez le niveau de l’eau, la hauteur du nageur, puis la "
+               u"position horizontale.",
      .german = u"Mit den einfachen Anpassungen beginnen: erst die Höhe der Wasserlinie, dann die Höhe des Schwimmers, "
                u"dann die horizontale Position.",
      .italian = u"Inizia dalle regolazioni di base. Fai coincidere l’altezza della linea d’acqua, l’altezza del "

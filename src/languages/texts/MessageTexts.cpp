@@ -21,7 +21,7 @@ constexpr TextRow kRows[] = {
      .chinese = u"请使用画面比例相同的视频（例如都是 16:9 或都是 4:3）。",
      .korean = u"화면 비율이 같은 영상을 사용하세요(예: 둘 다 16:9 또는 둘 다 4:3).",
      .portuguese = u"Use vídeos com a mesma proporção (por exemplo, ambos 16:9 ou ambos 4:3).",
-     .spanish = u"Usa vídeos con la misma proporción (p. ej., ambos 16:9 o ambos 4:3).",
+     .spanish = u"Usa vídeos con la misma proporción (por ejemplo, ambos 16:9 o ambos 4:3).",
      .french = u"Utilisez des vidéos de même format d’image (par exemple deux en 16:9 ou deux en 4:3).",
      .german = u"Bitte Videos mit gleichem Seitenverhältnis verwenden (z.\u00A0B. beide 16:9 oder beide 4:3).",
      .italian = u"Usa video con le stesse proporzioni (ad esempio entrambi 16:9 o entrambi 4:3)."},
@@ -68,7 +68,7 @@ constexpr TextRow kRows[] = {
      .english = u"Missing Composition Files",
      .japanese = u"合成用ファイルが見つかりません",
      .chinese = u"找不到合成所用的文件",
-     .korean = u"합성 파일 없음",
+     .korean = u"합성 파일을 찾을 수 없음",
      .portuguese = u"Faltam arquivos da composição",
      .spanish = u"Faltan archivos de la composición",
      .french = u"Fichiers de la composition manquants",
@@ -356,8 +356,8 @@ constexpr TextRow kRows[] = {
                    u"e tente de novo.",
      .spanish = u"La exportación necesita unos %@ de espacio libre. Ahora hay %@ disponibles. Libera espacio e "
                 u"inténtalo de nuevo.",
-     .french = u"L’exportation nécessite environ %@ d’espace libre. %@ sont actuellement disponibles. Libérez de "
-               u"l’espace et réessayez.",
+     .french = u"L’exportation nécessite environ %@ d’espace libre. Espace actuellement disponible\u00A0: %@. Libérez "
+               u"de l’espace et réessayez.",
      .german = u"Der Export benötigt etwa %@ freien Speicherplatz. Derzeit sind %@ verfügbar. Bitte Speicherplatz "
                u"freigeben und erneut versuchen.",
      .italian = u"L’esportazione richiede circa %@ di spazio libero. Al momento sono disponibili %@. Libera spazio e "
