@@ -64,7 +64,9 @@ void PlaybackClock::scheduleTick()
     // From the tick before, not from now: the late ones must not make the next ones later. Ticks that a busy thread
     // missed are left out.
     const double now = m_clock.now();
-    m_nextTick = std::max(m_nextTick + kReportInterval, now);
+    m_nextTick += kReportInterval;
+    if (m_nextTick <= now)
+        m_nextTick = now + kReportInterval;
     m_queue.postAfter(m_nextTick - now, [this, alive = std::weak_ptr(m_alive)] {
         if (alive.expired())
             return;
