@@ -20,10 +20,15 @@ if(ZUMETA_FUZZ)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
-# zumeta_add_floor(NAME SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): the static library of one folder.
+# zumeta_add_floor(NAME [MOC] SOURCES file... [PUBLIC lib...] [PRIVATE lib...]): the static library of one folder.
+# MOC: it has classes with Q_OBJECT.
 function(zumeta_add_floor name)
-    cmake_parse_arguments(FLOOR "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(FLOOR "MOC" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} STATIC ${FLOOR_SOURCES})
+    if(FLOOR_MOC)
+        # Without the compiler's own macros, because this moc cannot read the C++20 standard headers.
+        set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOMOC_COMPILER_PREDEFINES OFF)
+    endif()
     target_link_libraries(${name} PUBLIC zumeta-options ${FLOOR_PUBLIC} PRIVATE ${FLOOR_PRIVATE})
 endfunction()
 

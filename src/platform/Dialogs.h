@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "platform/Task.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace zumeta {
+
+/// A question or message that the user must answer. Texts are translated.
+struct Alert {
+    QString title;
+    QString message;
+    QStringList buttons; ///< the first one is the default
+};
+
+/// What only the user can decide. Main thread. The event loop goes on while an answer is awaited, so whoever waits
+/// tests afterwards whether the answer is still wanted.
+class Dialogs {
+public:
+    Dialogs() = default;
+    virtual ~Dialogs() = default;
+    Dialogs(const Dialogs&) = delete; // an interface: copying would slice
+    Dialogs& operator=(const Dialogs&) = delete;
+
+    /// The index of the button that was pressed; the last one when the alert was closed without.
+    virtual Task<int> showAlert(Alert alert) = 0;
+};
+
+}
