@@ -5,6 +5,7 @@
 #include "platform/Log.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zumeta {
 
@@ -45,6 +46,11 @@ MediaTime FrameCursor::onComposition(MediaTime fileTime) const
     return segment().start + (fileTime - segment().sourceStart);
 }
 
+double FrameCursor::onFile(double seconds) const
+{
+    return std::max(seconds - segment().start.seconds(), 0.0) + segment().sourceStart.seconds();
+}
+
 void FrameCursor::seek(double seconds)
 {
     m_position.reset();
@@ -52,9 +58,29 @@ void FrameCursor::seek(double seconds)
         return;
     m_target = seconds;
     m_retreat = 0;
+    m_passOverBefore = -std::numeric_limits<double>::infinity();
+    m_isForOneFrame = false;
     m_segment = segmentFor(seconds);
-    const double inside = std::max(seconds - segment().start.seconds(), 0.0);
-    enter(m_segment, inside + segment().sourceStart.seconds());
+    enter(m_segment, onFile(seconds));
+}
+
+void FrameCursor::seekForOneFrame(double seconds)
+{
+    m_position.reset();
+    if (m_source.video().empty())
+        return;
+    m_isForOneFrame = true;
+    m_passOverBefore = -std::numeric_limits<double>::infinity();
+    m_target = seconds;
+    m_segment = segmentFor(seconds);
+    enter(m_segment, onFile(seconds));
+}
+
+void FrameCursor::passOverBefore(double seconds)
+{
+    m_passOverBefore = seconds;
+    if (m_opened == m_segment)
+        m_decoder->passOverBefore(onFile(seconds));
 }
 
 void FrameCursor::enter(size_t index, double fileSeconds)
@@ -62,11 +88,14 @@ void FrameCursor::enter(size_t index, double fileSeconds)
     m_segment = index;
     m_entered = fileSeconds;
     m_atBeginning = fileSeconds <= 0;
+    m_hasPicture = false;
     m_first.reset();
     m_last.reset();
     m_position = onComposition(MediaTime{}).seconds() + fileSeconds;
     if (!open(index, fileSeconds))
         return;
+    if (std::isfinite(m_passOverBefore) || m_passOverBefore > 0)
+        m_decoder->passOverBefore(onFile(m_passOverBefore));
     if (const auto entry = m_decoder->entryPointFor(fileSeconds))
         m_position = onComposition(MediaTime{}).seconds() + *entry;
 }
@@ -76,7 +105,10 @@ bool FrameCursor::open(size_t index, double fileSeconds)
     if (m_failed[index])
         return false;
     if (m_opened == index) {
-        m_decoder->seek(fileSeconds);
+        if (m_isForOneFrame)
+            m_decoder->seekForOneFrame(fileSeconds);
+        else
+            m_decoder->seek(fileSeconds);
         return true;
     }
     m_opened.reset();
@@ -89,6 +121,8 @@ bool FrameCursor::open(size_t index, double fileSeconds)
         m_failed[index] = true;
         logLine(QStringLiteral("No picture: ") + QString::fromUtf8(error.what()));
     }
+    if (m_opened && m_isForOneFrame)
+        m_decoder->seekForOneFrame(fileSeconds);
     return m_opened.has_value();
 }
 
@@ -145,7 +179,12 @@ void FrameCursor::handle(FrameSlot&& slot, const Take& take)
 {
     if (!m_first)
         m_first = slot.presentationTime;
-    if (slot.picture) {
+    if (slot.isPassedOver) {
+        if (m_last)
+            take({FrameNews::Kind::end, *m_last, onComposition(slot.presentationTime), {}});
+        m_last.reset();
+        m_position = onComposition(slot.presentationTime).seconds();
+    } else if (slot.picture) {
         handlePicture(std::move(slot), take);
     } else if (m_last) {
         // Its end was told as the damaged frame's begin.
@@ -158,9 +197,10 @@ void FrameCursor::handlePicture(FrameSlot&& slot, const Take& take)
 {
     const MediaTime presentationTime = onComposition(slot.presentationTime);
     MediaTime begin = std::max(presentationTime, coverBegin());
-    if (!m_last && m_atBeginning)
+    const bool isFirst = !std::exchange(m_hasPicture, true);
+    if (isFirst && m_atBeginning)
         begin = coverBegin(); // nothing comes before it
-    if (!m_last && !frameHasBegun(begin, m_target)) {
+    if (isFirst && !m_isForOneFrame && !frameHasBegun(begin, m_target)) {
         // What lies before it did not come out: with intra refresh a picture builds up over the frames behind an entry
         // point, and open groups begin with frames that need the group before.
         take({FrameNews::Kind::picture, begin, std::nullopt, presentationTime, std::move(slot.picture)});
@@ -185,12 +225,16 @@ void FrameCursor::handlePicture(FrameSlot&& slot, const Take& take)
 
 bool FrameCursor::finishSegment(const Take& take)
 {
+    if (m_isForOneFrame) {
+        m_position.reset();
+        return false;
+    }
     if (m_last) {
         take({FrameNews::Kind::end, *m_last, coverEnd(), {}});
-    } else if (!m_atBeginning && m_opened == m_segment) {
+    } else if (!m_hasPicture && !m_atBeginning && m_opened == m_segment) {
         retreat();
         return true;
-    } else {
+    } else if (!m_hasPicture) {
         take({FrameNews::Kind::barren, coverBegin(), coverEnd(), {}});
     }
     if (m_segment + 1 == m_source.video().size()) {

@@ -3,6 +3,7 @@
 #include "media/movie/FrameReader.h"
 
 #include <functional>
+#include <limits>
 
 namespace zumeta {
 
@@ -36,6 +37,10 @@ public:
     /// Goes on at the sync sample from which the frame for this moment can be decoded. When that does not come out
     /// whole, the cursor retreats further by itself.
     void seek(double seconds);
+    /// From here on frames before that moment that no other one leans on are passed over. Until the next seek.
+    void passOverBefore(double seconds);
+    /// Decodes the sync sample at or before this moment, if it is whole, and ends there.
+    void seekForOneFrame(double seconds);
     /// About a packet's work. False at the end, and before the first seek.
     bool advance(const Take& take);
     /// About from where on frames will become known; nothing at the end and before the first seek.
@@ -52,6 +57,7 @@ private:
     MediaTime coverBegin() const;
     MediaTime coverEnd() const;
     MediaTime onComposition(MediaTime fileTime) const;
+    double onFile(double seconds) const;
     void enter(size_t segment, double fileSeconds);
     bool open(size_t segment, double fileSeconds);
     void retreat();
@@ -68,6 +74,9 @@ private:
     std::unique_ptr<class VideoDecoder> m_decoder;
     std::optional<double> m_position;
     double m_target = 0;              ///< of the newest seek
+    double m_passOverBefore = -std::numeric_limits<double>::infinity();
+    bool m_isForOneFrame = false;
+    bool m_hasPicture = false; ///< since entering the file
     double m_entered = 0;             ///< where the file was entered, on its own clock
     double m_retreat = 0;             ///< seconds of the retreat before
     bool m_atBeginning = false;       ///< the file is read from its first frame on

@@ -14,6 +14,7 @@ namespace zumeta {
 struct FrameSlot {
     MediaTime presentationTime; ///< on the source's clock
     std::optional<VideoPicture> picture;
+    bool isPassedOver = false; ///< there is one, but the decoder was told to leave it out
 };
 
 /// Frames in the order in which they are shown.

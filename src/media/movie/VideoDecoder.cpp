@@ -10,6 +10,9 @@ namespace zumeta {
 
 namespace {
 
+/// Seconds behind every recording's end that still fit into time stamps.
+constexpr double kFarAway = 1e9;
+
 CodecContext openDecoder(AVStream& stream, const FrameReaderOptions& options, const std::string& name)
 {
     const AVCodec* const decoder = avcodec_find_decoder(stream.codecpar->codec_id);
@@ -67,6 +70,7 @@ void VideoDecoder::seek(double start)
     avcodec_flush_buffers(m_codec.get());
     m_peeked.reset();
     m_awaited.clear();
+    m_optional.clear();
     m_ready.clear();
     m_flushing = false;
     m_ended = false;
@@ -77,7 +81,22 @@ void VideoDecoder::seek(double start)
     m_nextEntry.reset();
     m_entryIsGradual = false;
     m_buildingUp.reset();
+    m_passOverBefore = INT64_MIN;
+    m_endsBehindEntry = false;
+    m_hasSent = false;
     enter(start);
+}
+
+void VideoDecoder::seekForOneFrame(double start)
+{
+    seek(start);
+    m_endsBehindEntry = true;
+}
+
+void VideoDecoder::passOverBefore(double end)
+{
+    if (m_timeStampsAreReal)
+        m_passOverBefore = end < kFarAway ? timeStampFor(end) : INT64_MAX;
 }
 
 void VideoDecoder::enter(double start)
@@ -139,9 +158,11 @@ std::optional<MediaTime> VideoDecoder::nextBegin()
         return m_ready.front().presentationTime;
     if (!m_timeStampsAreReal)
         return std::nullopt;
-    if (!m_peeked && !m_flushing)
+    if (!m_peeked && (!m_flushing || m_endsBehindEntry))
         m_peeked = m_demuxer.read();
     int64_t next = m_awaited.empty() ? INT64_MAX : *m_awaited.begin();
+    if (!m_optional.empty())
+        next = std::min(next, *m_optional.begin());
     int64_t reached = m_lastSentDts;
     if (m_peeked && m_peeked->dts != AV_NOPTS_VALUE) {
         reached = m_peeked->dts;
@@ -158,18 +179,21 @@ void VideoDecoder::send()
         m_ended = true;
         return;
     }
-    const Packet packet = m_peeked ? std::move(m_peeked) : m_demuxer.read();
+    const bool isBehindEntry = m_endsBehindEntry && m_hasSent;
+    const Packet packet = isBehindEntry ? nullptr : m_peeked ? std::move(m_peeked) : m_demuxer.read();
     if (!packet) {
         m_flushing = true;
         avcodec_send_packet(m_codec.get(), nullptr);
         return;
     }
+    m_hasSent = true;
     noteEntry(*packet);
     const int64_t timeStamp = presentationTimeStamp(*packet);
+    const bool passesOver = timeStamp != AV_NOPTS_VALUE && timeStamp < m_passOverBefore;
     if (m_timeStampsAreReal && timeStamp != AV_NOPTS_VALUE && !(packet->flags & AV_PKT_FLAG_DISCARD))
-        m_awaited.insert(timeStamp);
-    if (packet->dts != AV_NOPTS_VALUE)
-        m_lastSentDts = packet->dts;
+        (passesOver ? m_optional : m_awaited).insert(timeStamp);
+    m_lastSentDts = packet->dts != AV_NOPTS_VALUE ? packet->dts : m_lastSentDts;
+    m_codec->skip_frame = passesOver ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     // A packet that the decoder refuses leaves its slot without a picture.
     avcodec_send_packet(m_codec.get(), packet.get());
 }
@@ -225,6 +249,7 @@ void VideoDecoder::receive(Frame frame)
     m_lastTimeStamp = timeStamp;
     releaseBefore(timeStamp);
     m_awaited.erase(timeStamp);
+    m_optional.erase(timeStamp);
     m_ready.push_back({onFileClock(timeStamp), std::nullopt});
     m_lastWasWhole = isBuiltUp(timeStamp, isWhole(*frame));
     if (!m_lastWasWhole)
@@ -238,10 +263,13 @@ void VideoDecoder::receive(Frame frame)
 
 void VideoDecoder::releaseBefore(int64_t timeStamp)
 {
-    while (!m_awaited.empty() && *m_awaited.begin() < timeStamp) {
-        m_ready.push_back({onFileClock(*m_awaited.begin()), std::nullopt});
-        m_awaited.erase(m_awaited.begin());
-        m_lastWasWhole = false;
+    const auto first = [](const std::set<int64_t>& times) { return times.empty() ? INT64_MAX : *times.begin(); };
+    for (int64_t next = std::min(first(m_awaited), first(m_optional)); next < timeStamp;
+         next = std::min(first(m_awaited), first(m_optional))) {
+        const bool isDamaged = m_awaited.erase(next) > 0;
+        m_optional.erase(next);
+        m_ready.push_back({onFileClock(next), std::nullopt, !isDamaged});
+        m_lastWasWhole = m_lastWasWhole && !isDamaged;
     }
 }
 

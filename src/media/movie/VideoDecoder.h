@@ -27,6 +27,10 @@ public:
 
     /// Goes on reading at the sync sample for `start`.
     void seek(double start);
+    /// Goes on at the same place, and ends behind that sample.
+    void seekForOneFrame(double start);
+    /// Frames before that moment that no other frame leans on are passed over from here on.
+    void passOverBefore(double end);
     /// About where a seek would go on, by the container's index; nothing where that does not tell.
     std::optional<double> entryPointFor(double start) const;
 
@@ -51,7 +55,11 @@ private:
     bool m_timeStampsAreReal = true;
     bool m_flushing = false;
     bool m_ended = false;
-    std::set<int64_t> m_awaited; ///< time stamps of packets whose frames have not come out
+    std::set<int64_t> m_awaited;  ///< time stamps of packets whose frames have not come out
+    std::set<int64_t> m_optional; ///< the same where the decoder may have left them out
+    int64_t m_passOverBefore = INT64_MIN;
+    bool m_endsBehindEntry = false;
+    bool m_hasSent = false; ///< a packet since the last seek
     int64_t m_lastTimeStamp = -1;
     int64_t m_lastSentDts = INT64_MIN;
     // Where the picture builds up over the frames behind an entry point.

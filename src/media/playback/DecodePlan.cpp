@@ -2,6 +2,7 @@
 #include "media/playback/DecodePlan.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zumeta {
 
@@ -39,6 +40,29 @@ std::optional<DecodeNeed> needOfStanding(const DecodeSituation& situation)
     return std::nullopt;
 }
 
+}
+
+Pace paceFor(double rate, double frameLength, double decodeSeconds, std::optional<double> keySpacing)
+{
+    constexpr double kMostLoad = 0.8;          // of the time that passes
+    constexpr double kFewestKeyFrames = 10;    // a second, as they are shown
+    const double speed = std::abs(rate);
+    if (speed <= 1 || speed / frameLength * decodeSeconds <= kMostLoad)
+        return Pace::everyFrame;
+    return keySpacing && speed / *keySpacing >= kFewestKeyFrames ? Pace::keyFrames : Pace::passingOver;
+}
+
+std::optional<double> nextHop(double playhead, double rate, double frameLength, std::optional<double> last)
+{
+    constexpr double kShownInterval = 1.0 / 60; // seconds: no display gains from more
+    constexpr double kAhead = 0.15;             // seconds as they pass
+    const double direction = rate < 0 ? -1 : 1;
+    const double step = std::max(std::abs(rate) * kShownInterval, frameLength);
+    const double reach = std::max(std::abs(rate) * kAhead, 2 * step);
+    const double ahead = last ? (*last - playhead) * direction : -1;
+    // A place behind the playhead, or one from before a seek.
+    const double hop = ahead < 0 || ahead > 2 * reach ? playhead + direction * step : *last + direction * step;
+    return (hop - playhead) * direction <= reach ? std::optional(hop) : std::nullopt;
 }
 
 std::optional<DecodeNeed> nextNeed(const DecodeSituation& situation)

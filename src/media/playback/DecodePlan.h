@@ -27,6 +27,21 @@ struct DecodeNeed {
     double keepFrom = -std::numeric_limits<double>::infinity();
 };
 
+/// Which frames are decoded for a moving playhead.
+enum class Pace {
+    everyFrame,
+    passingOver, ///< all but those that no other frame leans on
+    keyFrames
+};
+
+/// The most thorough pace that gives a fluent picture. `decodeSeconds` is what a frame takes at present; `keySpacing`
+/// the seconds between key frames, nothing when unknown.
+Pace paceFor(double rate, double frameLength, double decodeSeconds, std::optional<double> keySpacing);
+
+/// The next moment for which a playhead that goes by key frames wants a picture; nothing while it has enough ahead.
+/// `last` is the moment before that one.
+std::optional<double> nextHop(double playhead, double rate, double frameLength, std::optional<double> last);
+
 /// The frame to decode next, or nothing while all is there that may be needed soon.
 std::optional<DecodeNeed> nextNeed(const DecodeSituation& situation);
 

@@ -155,7 +155,20 @@ std::optional<DecodeNeed> PictureEngine::need() const
     const bool landsOnKeyFrame = m_demand.tolerance == SeekTolerance::infinite && m_demand.rate == 0;
     if (landsOnKeyFrame && !m_landing)
         return DecodeNeed{m_demand.seconds, true};
+    if (m_demand.rate > 0 && pace() == Pace::passingOver)
+        return needWithHoles();
     return nextNeed(situation());
+}
+
+std::optional<DecodeNeed> PictureEngine::needWithHoles() const
+{
+    // What was passed over is not waited for.
+    const double reach = situation().framesInBudget / 2.0 * m_cursor->frameLength();
+    const double playhead = m_demand.seconds;
+    const std::optional<double> position = m_cursor->position();
+    if (!position || *position < playhead || *position > playhead + 2 * reach)
+        return DecodeNeed{playhead, true};
+    return *position < playhead + reach ? std::optional(DecodeNeed{*position}) : std::nullopt;
 }
 
 void PictureEngine::run(const std::stop_token& stop)
@@ -185,6 +198,7 @@ void PictureEngine::openItem(Lock& lock)
     m_job.reset();
     m_futileSeeks = 0;
     m_frameBytes = 0;
+    m_decodeSeconds = 0;
     const std::optional<PlayerItem> item = std::exchange(m_nextItem, std::nullopt);
     const uint64_t number = m_item;
     const std::stop_token stop = m_itemStop.get_token();
@@ -240,8 +254,67 @@ bool PictureEngine::owesPicture() const
            std::chrono::steady_clock::now() - m_lastPicture > kLongestWithoutPicture;
 }
 
+Pace PictureEngine::pace() const
+{
+    if (m_demand.rate == 0 || m_decodeSeconds == 0)
+        return Pace::everyFrame;
+    const double frameLength = m_cursor->frameLength();
+    std::optional<double> spacing;
+    if (const auto entry = m_cursor->entryPointFor(m_demand.seconds)) {
+        const auto before = m_cursor->entryPointFor(*entry - frameLength / 2);
+        spacing = before ? std::optional(std::max(*entry - *before, frameLength)) : std::nullopt;
+    }
+    return paceFor(m_demand.rate, frameLength, m_decodeSeconds, spacing);
+}
+
+bool PictureEngine::hop(Lock& lock)
+{
+    if (m_isHopping && !m_hasPictureSinceSeek && m_cursor->position()) {
+        advanceCursor(lock);
+        return true;
+    }
+    while (const auto next = nextHop(m_demand.seconds, m_demand.rate, m_cursor->frameLength(), m_lastHop)) {
+        m_lastHop = next;
+        if (*next < 0 || *next > m_itemEnd)
+            return false;
+        const std::optional<double> entry = m_cursor->entryPointFor(*next);
+        if (entry && std::exchange(m_lastEntry, entry) == entry)
+            continue; // the same key frame serves for this moment too
+        m_isHopping = true;
+        m_job.reset();
+        m_hasPictureSinceSeek = false;
+        lock.unlock();
+        m_cursor->seekForOneFrame(*next);
+        lock.lock();
+        return true;
+    }
+    return false;
+}
+
+double PictureEngine::passOverBefore(const DecodeNeed& need) const
+{
+    constexpr double kAll = std::numeric_limits<double>::infinity();
+    constexpr int kMargin = 3; // frames; uneven ones may still last longer
+    if (m_demand.rate != 0)
+        return m_demand.rate > 0 && pace() == Pace::passingOver ? kAll : -kAll;
+    return need.isUrgent && m_futileSeeks == 0 ? need.target - kMargin * m_cursor->frameLength() : -kAll;
+}
+
+void PictureEngine::setPassingOver(double end)
+{
+    if (std::exchange(m_passOverBefore, end) != end)
+        m_cursor->passOverBefore(end);
+}
+
 bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
 {
+    if (m_cursor && pace() == Pace::keyFrames)
+        return hop(lock);
+    if (std::exchange(m_isHopping, false)) {
+        m_lastHop.reset();
+        m_lastEntry.reset();
+        m_job.reset();
+    }
     const std::optional<DecodeNeed> next = need();
     if (!next)
         return false;
@@ -253,8 +326,10 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
     const bool isOnItsWay = lands ? m_jobIsLanding && m_jobSeek == m_demand.seek && m_cursor->position().has_value()
                                   : mayBeReachedOnward(*next);
     if (isOnItsWay || owesPicture()) {
-        if (isOnItsWay)
+        if (isOnItsWay) {
             m_job = next;
+            setPassingOver(passOverBefore(*next));
+        }
         advanceCursor(lock);
         return true;
     }
@@ -262,6 +337,17 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
     m_jobSeek = m_demand.seek;
     seekCursor(*next, lock);
     return true;
+}
+
+void PictureEngine::measure(std::chrono::duration<double> spent, size_t pictures)
+{
+    constexpr double kWeight = 0.1; // of the newest
+    m_spentOnFrame += spent.count();
+    if (pictures == 0)
+        return;
+    const double each = m_spentOnFrame / double(pictures);
+    m_spentOnFrame = 0;
+    m_decodeSeconds = m_decodeSeconds == 0 ? each : (1 - kWeight) * m_decodeSeconds + kWeight * each;
 }
 
 void PictureEngine::seekCursor(const DecodeNeed& need, Lock& lock)
@@ -278,8 +364,11 @@ void PictureEngine::seekCursor(const DecodeNeed& need, Lock& lock)
         return;
     }
     m_hasPictureSinceSeek = false;
+    m_spentOnFrame = 0;
+    m_passOverBefore = passOverBefore(need);
     lock.unlock();
     m_cursor->seek(need.target);
+    m_cursor->passOverBefore(m_passOverBefore);
     lock.lock();
 }
 
@@ -287,8 +376,14 @@ void PictureEngine::advanceCursor(Lock& lock)
 {
     const uint64_t item = m_item;
     lock.unlock();
+    const Instant start = std::chrono::steady_clock::now();
     std::vector<FrameNews> news;
-    m_cursor->advance([&news](FrameNews&& one) { news.push_back(std::move(one)); });
+    size_t pictures = 0;
+    m_cursor->advance([&](FrameNews&& one) {
+        pictures += one.picture ? 1 : 0;
+        news.push_back(std::move(one));
+    });
+    measure(std::chrono::steady_clock::now() - start, pictures);
     lock.lock();
     if (item != m_item || news.empty())
         return;

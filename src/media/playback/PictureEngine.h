@@ -60,6 +60,7 @@ private:
     void keepForLater();
     bool pictureHasChanged();
     std::optional<DecodeNeed> need() const;
+    std::optional<DecodeNeed> needWithHoles() const;
     DecodeSituation situation() const;
     void accept(FrameNews&& news);
     size_t budget() const;
@@ -73,6 +74,11 @@ private:
     bool owesPicture() const;
     void seekCursor(const DecodeNeed& need, Lock& lock);
     void advanceCursor(Lock& lock);
+    bool hop(Lock& lock);
+    Pace pace() const;
+    double passOverBefore(const DecodeNeed& need) const;
+    void setPassingOver(double end);
+    void measure(std::chrono::duration<double> spent, size_t pictures);
 
     const size_t m_cacheBytes;
     const int m_frameThreads;
@@ -101,6 +107,12 @@ private:
     bool m_jobIsLanding = false;
     uint64_t m_jobSeek = 0;
     int m_futileSeeks = 0;
+    double m_passOverBefore = 0;
+    bool m_isHopping = false;          ///< by key frames
+    std::optional<double> m_lastHop;   ///< the moment that was hopped to
+    std::optional<double> m_lastEntry; ///< the key frame that was found there
+    double m_decodeSeconds = 0;        ///< per frame, on the average of late; 0 before the first
+    double m_spentOnFrame = 0;
     bool m_hasPictureSinceSeek = true;
     Instant m_lastPicture;
 
