@@ -54,11 +54,14 @@ class Listening {
 public:
     static constexpr double kDeviceDelay = 0.05; ///< seconds from asking to hearing
 
-    Listening()
+    /// Recordings are made before this: a process with threads should not fork.
+    explicit Listening(std::optional<PlayerItem> item)
         : m_output(std::make_unique<ManualOutput>())
         , output(*m_output)
         , player(clock, std::move(m_output))
-    {}
+    {
+        player.setItem(std::move(item));
+    }
 
     /// Goes on by so much, asking in blocks of 10 ms as a device does.
     Heard listen(double seconds);

@@ -45,8 +45,7 @@ MediaComposition chapters(const std::vector<std::filesystem::path>& files)
 TEST(SoundPlayer, PlaysUnbrokenOverTheJointsOfEqualChapters)
 {
     const std::filesystem::path file = FootageMaker::make(chapter());
-    Listening listening;
-    listening.player.setItem(chapters({file, file, file}));
+    Listening listening(chapters({file, file, file}));
     listening.player.follow(0, kStart, 1);
     const Heard heard = listening.listen(5.9);
     EXPECT_THAT(heard.clicks(),
@@ -63,8 +62,7 @@ TEST(SoundPlayer, PlaysUnbrokenOverTheJointsOfEqualChapters)
 
 TEST(SoundPlayer, PlaysSilenceWhereAChapterLacksSound)
 {
-    Listening listening;
-    listening.player.setItem(chapters({FootageMaker::make(chapter(1.2)), FootageMaker::make(chapter())}));
+    Listening listening(chapters({FootageMaker::make(chapter(1.2)), FootageMaker::make(chapter())}));
     listening.player.follow(0, kStart, 1);
     const Heard heard = listening.listen(3);
     EXPECT_GT(heard.between(kStart + 1, kStart + 1.19).loudest(), 300);
@@ -82,8 +80,7 @@ TEST(SoundPlayer, IsSilentWithALogLineFromAChapterOnThatVanished)
     std::filesystem::remove(second);
     std::vector<QString> lines;
     const LogCapture log([&](const QString& line) { lines.push_back(line); });
-    Listening listening;
-    listening.player.setItem(both);
+    Listening listening(both);
     listening.player.follow(0, kStart, 1);
     const Heard heard = listening.listen(3);
     EXPECT_THAT(heard.clicks(), testing::ElementsAre(testing::DoubleNear(kStart + 0.5, 0.001)));
