@@ -24,9 +24,16 @@ public:
     virtual std::optional<FrameSlot> next() = 0;
 };
 
+/// What a decoder with several threads is for.
+enum class DecoderUse {
+    reading, ///< long stretches in order
+    seeking  ///< single pictures too: where every frame stands alone, none waits for those behind it
+};
+
 struct FrameReaderOptions {
     int decoderThreads = 1; ///< frame threads of the decoder; more cost memory and start-up
-    std::stop_token interrupt;
+    std::stop_token interrupt = {};
+    DecoderUse use = DecoderUse::reading;
 };
 
 /// Reads a stretch of a composition: the frame shown at its start, then every further frame that begins before its
