@@ -163,8 +163,8 @@ bool CompositorViewModel::standsAtAnEnd(Side side) const
     return service.isPlaying() && service.player().hasCurrentItem() && service.player().rate() == 0;
 }
 
-// Before both sides get a rate without a seek of their own. Where an end holds one of them since the last report, or one
-// ran alone into this step, going on from where they stand would leave them apart for good.
+// Before both sides get a rate without a seek of their own. Where an end holds one of them since the last report, or
+// one ran alone into this step, going on from where they stand would leave them apart for good.
 void CompositorViewModel::bringSidesTogether()
 {
     const bool oneRanAlone = m_fields.isPlaying && m_compositeRate == 0;
@@ -175,8 +175,8 @@ void CompositorViewModel::bringSidesTogether()
     seekComposite(m_fields.currentTime, SeekTolerance::zero);
 }
 
-// Where the composite ends, one recording may go on: it is held beside the other one. The intention to play stays, and a
-// seek inside gives both their rate again.
+// Where the composite ends, one recording may go on: it is held beside the other one. The intention to play stays, and
+// a seek inside gives both their rate again.
 void CompositorViewModel::holdSidesAtAnEnd()
 {
     if (standsAtAnEnd(Side::above) == standsAtAnEnd(Side::below))

@@ -124,12 +124,11 @@ TEST_P(InStep, ForAnHourOfPlayingInALoop)
     EXPECT_LT(farthestApart, 2.1 / 60000);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    OfRecordings, InStep,
-    testing::Values(Recordings{{60, 10}, {1, 30}, {45, 4}, {1, 30}, 0},
-                    Recordings{{47.3, 3.217}, {1001, 30000}, {52.77, 11.04}, {1001, 60000}, -37.5},
-                    Recordings{{300, 20}, {1, 120}, {290.5, 31.013}, {1, 25}, 88},
-                    Recordings{{12, 6}, {1, 24}, {12, 6}, {1, 24}, 0}));
+INSTANTIATE_TEST_SUITE_P(OfRecordings, InStep,
+                         testing::Values(Recordings{{60, 10}, {1, 30}, {45, 4}, {1, 30}, 0},
+                                         Recordings{{47.3, 3.217}, {1001, 30000}, {52.77, 11.04}, {1001, 60000}, -37.5},
+                                         Recordings{{300, 20}, {1, 120}, {290.5, 31.013}, {1, 25}, 88},
+                                         Recordings{{12, 6}, {1, 24}, {12, 6}, {1, 24}, 0}));
 
 }
 }

@@ -62,8 +62,8 @@ TEST_F(Supersession, ALaterLoadIsTheOnlyOneThatRemains)
 TEST_F(Supersession, ALaterLoadOvertakesASlowOne)
 {
     for (double moment = 0; moment < kLongest; moment += kGrain) {
-        const FileUrl first = media.add(
-            "/first.mp4", {.duration = 20, .size = {960, 720}, .assetDelay = 0.5, .metadataDelay = 0.4});
+        const FileUrl first =
+            media.add("/first.mp4", {.duration = 20, .size = {960, 720}, .assetDelay = 0.5, .metadataDelay = 0.4});
         const FileUrl second = media.add("/second.mp4", {.duration = 40, .assetDelay = 0.01, .metadataDelay = 0.01});
         session->loadAboveVideo({first});
         advance(moment);
