@@ -170,8 +170,9 @@ private:
     void seekIfAway(Side side, double mediaTime);
     void seekComposite(double time, SeekTolerance tolerance);
     void setPlayerRate(Side side, double rate);
-    bool wasStoppedByAnEnd() const;
+    bool standsAtAnEnd(Side side) const;
     void bringSidesTogether();
+    void holdSidesAtAnEnd();
     void timeReported(Side side, double seconds);
     void compositeTimeReported(double belowMediaTime);
     void loopStep3(double compositeTime);
@@ -214,8 +215,6 @@ private:
 
     /// The rate that both sides were given together in Steps 3 and 4; 0 when they were not.
     double m_compositeRate = 0;
-    /// One side was held by its end while the other went on: until the next seek they do not show one instant.
-    bool m_sidesAreApart = false;
 };
 
 }

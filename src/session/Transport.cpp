@@ -75,8 +75,6 @@ void CompositorViewModel::playComposite()
             time = range.start;
         }
     }
-    if (m_sidesAreApart)
-        seekComposite(time, SeekTolerance::zero);
     const CompositeTimeline timeline = compositeTimeline();
     const double compositeTime = std::clamp(time, 0.0, timeline.duration);
     seekIfAway(Side::below, timeline.belowMediaTime(compositeTime));
@@ -130,11 +128,10 @@ void CompositorViewModel::seekComposite(double time, SeekTolerance tolerance)
     const CompositeTimeline timeline = compositeTimeline();
     const double compositeTime = std::clamp(time, 0.0, timeline.duration);
     const bool isInside = m_compositeRate > 0 ? compositeTime < timeline.duration : compositeTime > 0;
-    const bool startsAgain = isInside && wasStoppedByAnEnd();
+    const bool startsAgain = isInside && (standsAtAnEnd(Side::above) || standsAtAnEnd(Side::below));
     m_fields.isVideoBlack = {};
     seekPlayer(Side::above, timeline.aboveMediaTime(compositeTime), tolerance);
     seekPlayer(Side::below, timeline.belowMediaTime(compositeTime), tolerance);
-    m_sidesAreApart = false;
     if (startsAgain) {
         setPlayerRate(Side::above, m_compositeRate);
         setPlayerRate(Side::below, m_compositeRate);
@@ -158,26 +155,37 @@ void CompositorViewModel::setPlayerRate(Side side, double rate)
     playerService(side).setPlaying(rate != 0);
 }
 
-bool CompositorViewModel::wasStoppedByAnEnd() const
+bool CompositorViewModel::standsAtAnEnd(Side side) const
 {
     if (!isCompositeStep() || !m_fields.isPlaying || m_compositeRate == 0)
         return false;
-    const auto stands = [this](Side side) {
-        const VideoPlayerService& service = playerService(side);
-        return service.isPlaying() && service.player().hasCurrentItem() && service.player().rate() == 0;
-    };
-    return stands(Side::above) || stands(Side::below);
+    const VideoPlayerService& service = playerService(side);
+    return service.isPlaying() && service.player().hasCurrentItem() && service.player().rate() == 0;
 }
 
-// Before both sides get a rate without a seek of their own. Where one was held by its end, or ran alone into this step,
-// going on from where they stand would leave them apart for good.
+// Before both sides get a rate without a seek of their own. Where an end holds one of them since the last report, or
+// one ran alone into this step, going on from where they stand would leave them apart for good.
 void CompositorViewModel::bringSidesTogether()
 {
-    const bool ranAlone = m_fields.isPlaying && m_compositeRate == 0;
-    if (!m_sidesAreApart && !ranAlone && !wasStoppedByAnEnd())
+    const bool oneRanAlone = m_fields.isPlaying && m_compositeRate == 0;
+    const bool oneWasHeld = standsAtAnEnd(Side::above) != standsAtAnEnd(Side::below);
+    if (!oneRanAlone && !oneWasHeld)
         return;
     m_compositeRate = 0;
     seekComposite(m_fields.currentTime, SeekTolerance::zero);
+}
+
+// Where the composite ends, one recording may go on: it is held beside the other one. The intention to play stays, and
+// a seek inside gives both their rate again.
+void CompositorViewModel::holdSidesAtAnEnd()
+{
+    if (standsAtAnEnd(Side::above) == standsAtAnEnd(Side::below))
+        return;
+    player(Side::above).pause();
+    player(Side::below).pause();
+    const CompositeTimeline timeline = compositeTimeline();
+    seekPlayer(Side::above, timeline.aboveMediaTime(m_fields.currentTime), SeekTolerance::zero);
+    seekPlayer(Side::below, timeline.belowMediaTime(m_fields.currentTime), SeekTolerance::zero);
 }
 
 void CompositorViewModel::step(int frames)
@@ -266,11 +274,11 @@ void CompositorViewModel::compositeTimeReported(double belowMediaTime)
     const double compositeTime = belowMediaTime - compositeTimeline().belowStart;
     m_fields.currentTime = std::clamp(compositeTime, 0.0, m_fields.duration);
     m_fields.isVideoBlack = {};
-    m_sidesAreApart = m_sidesAreApart || wasStoppedByAnEnd();
     if (m_fields.currentStep == WorkflowStep::step3)
         loopStep3(compositeTime);
     else if (!m_isSeekingForTrimLoop)
         keepInsideTrimRange();
+    holdSidesAtAnEnd();
 }
 
 void CompositorViewModel::loopStep3(double compositeTime)

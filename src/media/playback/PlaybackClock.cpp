@@ -82,7 +82,6 @@ void PlaybackClock::deliverReports()
 {
     // A turn of its own begins here, however late the one before ended.
     m_turnHasTime = false;
-    m_lastReportTime = turnTime();
     std::vector<Participant*> reporting;
     for (Member& member : m_members) {
         if (std::exchange(member.wantsReport, false) || member.participant->isRunning())
