@@ -21,6 +21,8 @@ CodecContext openDecoder(const AVStream& stream, const FrameReaderOptions& optio
     context->pkt_timebase = stream.time_base;
     context->thread_count = options.decoderThreads;
     context->thread_type = FF_THREAD_FRAME;
+    if (options.loopFilter == LoopFilter::skipped)
+        context->skip_loop_filter = AVDISCARD_ALL;
     context->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT; // which of them are whole is judged in isWhole
     checkAv(avcodec_open2(context.get(), decoder, nullptr), MovieError::Kind::cannotDecode, name);
     return context;

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "media/ProxyExport.h"
+
+namespace zumeta {
+
+ProxyExportOpener transcodingExports(std::function<VideoPicture(const VideoPicture&)> toStandardColours)
+{
+    return [toStandardColours = std::move(toStandardColours)](const FileUrl& source, int threads,
+                                                              std::stop_token stop) {
+        TranscoderOptions options;
+        options.threads = threads;
+        options.toStandardColours = toStandardColours;
+        const std::shared_ptr<Transcoder> transcoder = Transcoder::open(source, std::move(options), std::move(stop));
+        return [transcoder](const FileUrl& output, const std::function<void(double)>& progress) {
+            transcoder->write(output, progress);
+        };
+    };
+}
+
+}
