@@ -3,13 +3,12 @@
 
 namespace zumeta {
 
-ProxyExportOpener transcodingExports(std::function<VideoPicture(const VideoPicture&)> toStandardColours)
+ProxyExportOpener transcodingExports(PictureScalingMaker scaling)
 {
-    return [toStandardColours = std::move(toStandardColours)](const FileUrl& source, int threads,
-                                                              std::stop_token stop) {
+    return [scaling = std::move(scaling)](const FileUrl& source, int threads, std::stop_token stop) {
         TranscoderOptions options;
         options.threads = threads;
-        options.toStandardColours = toStandardColours;
+        options.scaling = scaling;
         const std::shared_ptr<Transcoder> transcoder = Transcoder::open(source, std::move(options), std::move(stop));
         return [transcoder](const FileUrl& output, const std::function<void(double)>& progress) {
             transcoder->write(output, progress);

@@ -14,7 +14,7 @@ using ProxyExport = std::function<void(const FileUrl& output, const std::functio
 /// run on a worker thread, several at once.
 using ProxyExportOpener = std::function<ProxyExport(const FileUrl& source, int threads, std::stop_token stop)>;
 
-/// The real one: fitted into 1280 x 720 by a Transcoder.
-ProxyExportOpener transcodingExports(std::function<VideoPicture(const VideoPicture&)> toStandardColours = {});
+/// The real one: fitted into 1280 x 720 by a Transcoder. `scaling` as in its options.
+ProxyExportOpener transcodingExports(PictureScalingMaker scaling = {});
 
 }

@@ -6,6 +6,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <cmath>
+#include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -173,30 +174,28 @@ TEST(TranscodedPicture, OfHighDynamicRangeSaysSoWhereNobodyConvertsIt)
     EXPECT_EQ(pictures[0].format.bitDepth, 8);
 }
 
-TEST(TranscodedPicture, OfHighDynamicRangeIsWhatTheConversionGives)
+TEST(TranscodedPicture, OfHighDynamicRangeIsWhatTheGivenScalingMakesOfIt)
 {
     FootageSpec spec = in(clip(x264("keyint=12"), 3), "mp4", "yuv420p10le");
     spec.matrix = ColourMatrix::bt2020;
     spec.transfer = TransferFunction::hlg;
-    TranscoderOptions options;
     int asked = 0;
-    options.toStandardColours = [&](const VideoPicture& picture) {
-        ++asked;
-        EXPECT_EQ(picture.format.transfer, TransferFunction::hlg);
-        EXPECT_EQ(picture.format.bitDepth, 10);
-        PictureFormat grey = picture.format;
-        grey.transfer = TransferFunction::sdr;
-        grey.matrix = ColourMatrix::bt709;
-        grey.primaries = ColourPrimaries::bt709;
-        grey.bitDepth = 16;
-        grey.chromaShiftX = 0;
-        grey.chromaShiftY = 0;
-        RawPicture result(grey);
-        for (int plane = 0; plane < 3; ++plane)
-            for (int y = 0; y < grey.height; ++y)
-                for (int x = 0; x < grey.width; ++x)
-                    result.setSample(plane, x, y, (plane == 0 ? 100 : 140) << 8);
-        return result.view();
+    TranscoderOptions options;
+    options.width = 96;
+    options.height = 54;
+    options.scaling = [&](int width, int height) {
+        EXPECT_EQ(width, 96);
+        EXPECT_EQ(height, 54);
+        return [&asked](const VideoPicture& picture, const WritablePicture& out) {
+            ++asked;
+            EXPECT_EQ(picture.format.transfer, TransferFunction::hlg);
+            EXPECT_EQ(picture.format.bitDepth, 10);
+            const int codes[] = {100, 140, 120};
+            for (int plane = 0; plane < 3; ++plane)
+                for (int y = 0; y < (plane == 0 ? 54 : 27); ++y)
+                    std::memset(out.planes[size_t(plane)].data + y * out.planes[size_t(plane)].stride, codes[plane],
+                                plane == 0 ? 96 : 48);
+        };
     };
     const TemporaryFolder folder;
     const std::vector<VideoPicture> pictures = picturesOf(copyOf(FootageMaker::make(spec), folder, options));
@@ -204,8 +203,10 @@ TEST(TranscodedPicture, OfHighDynamicRangeIsWhatTheConversionGives)
     EXPECT_EQ(pictures[0].format.transfer, TransferFunction::sdr);
     EXPECT_EQ(pictures[0].format.matrix, ColourMatrix::bt709);
     EXPECT_EQ(pictures[0].format.primaries, ColourPrimaries::bt709);
+    EXPECT_EQ(pictures[0].format.range, ColourRange::limited);
     EXPECT_NEAR(meanOf(RawPicture(pictures[0]), 0), 100, 1);
     EXPECT_NEAR(meanOf(RawPicture(pictures[0]), 1), 140, 1);
+    EXPECT_NEAR(meanOf(RawPicture(pictures[0]), 2), 120, 1);
 }
 
 }

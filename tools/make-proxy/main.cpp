@@ -4,6 +4,7 @@
 // Makes the proxy of one recording in a folder, as the application does, or finds it there, and prints its path; then
 // asks for it again so many times and prints the milliseconds of each. A failure is one line on standard error.
 #include "media/ProxyGenerator.h"
+#include "render/CompositorScaling.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>
@@ -30,7 +31,7 @@ int main(int argc, char** argv)
         return 2;
     }
     EventLoopQueue queue;
-    ProxyGenerator generator(queue, argv[2]);
+    ProxyGenerator generator(queue, argv[2], transcodingExports(compositorScaling()));
     const FileUrl source(argv[1]);
     const ProxyOutcome outcome = QCoro::waitFor(made(generator, source));
     if (const ProxyError* const error = std::get_if<ProxyError>(&outcome)) {

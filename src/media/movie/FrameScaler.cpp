@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "media/movie/FrameScaler.h"
 
-#include "media/movie/FramePicture.h"
-
 #include <algorithm>
 
 extern "C" {
@@ -75,16 +73,16 @@ bool isBeyondStandardColours(const PictureFormat& format)
            format.matrix == ColourMatrix::bt2020;
 }
 
-FrameScaler::FrameScaler(int width, int height, ColourConversion toStandardColours)
+FrameScaler::FrameScaler(int width, int height, PictureScaling scaling)
     : m_width(width)
     , m_height(height)
-    , m_toStandardColours(std::move(toStandardColours))
+    , m_scaling(std::move(scaling))
 {}
 
 PictureFormat FrameScaler::outputFormat(const PictureFormat& source) const
 {
     PictureFormat output;
-    if (!m_toStandardColours || !isBeyondStandardColours(source)) {
+    if (!m_scaling) {
         output.range = source.range;
         output.matrix = source.matrix;
         output.transfer = source.transfer;
@@ -136,28 +134,41 @@ void FrameScaler::run(std::optional<Step>& step, const VideoPicture& source, con
 Frame FrameScaler::scale(const VideoPicture& source, const PictureFormat& output)
 {
     Frame target = pooledFrame();
-    if (!m_toStandardColours || !isBeyondStandardColours(source.format)) {
+    if (!m_scaling) {
         run(m_finishing, source, output, *target);
         return target;
     }
-    // Made smaller first: going through light costs more than everything else, and goes by samples.
-    PictureFormat small = source.format;
-    small.width = m_width;
-    small.height = m_height;
-    small.pixelAspect = 1;
-    Frame shrunk(checkAllocated(av_frame_alloc()));
-    shrunk->format = pixelFormatOf(small);
-    shrunk->width = m_width;
-    shrunk->height = m_height;
-    checkAv(av_frame_get_buffer(shrunk.get(), 0), MovieError::Kind::cannotDecode, "scaling a picture");
-    run(m_shrinking, source, small, *shrunk);
-    VideoPicture picture;
-    picture.format = small;
-    for (size_t i = 0; i < picture.planes.size(); ++i)
-        picture.planes[i] = {shrunk->data[i], shrunk->linesize[i]};
-    picture.owner = std::shared_ptr<const AVFrame>(std::move(shrunk));
-    run(m_finishing, m_toStandardColours(picture), output, *target);
+    VideoPicture picture = isBeyondStandardColours(source.format) ? shrunk(source) : source;
+    // The whole picture goes into the whole frame: what even sizes bend, the frame's pixel aspect puts right.
+    picture.format.pixelAspect =
+        double(m_width) / m_height * double(picture.format.height) / double(picture.format.width);
+    WritablePicture out;
+    out.width = m_width;
+    out.height = m_height;
+    for (size_t i = 0; i < out.planes.size(); ++i)
+        out.planes[i] = {target->data[i], target->linesize[i]};
+    m_scaling(picture, out);
     return target;
+}
+
+/// The picture in its own form and the output's size: going through light costs more than everything else, and goes by
+/// samples.
+VideoPicture FrameScaler::shrunk(const VideoPicture& source)
+{
+    VideoPicture picture;
+    picture.format = source.format;
+    picture.format.width = m_width;
+    picture.format.height = m_height;
+    Frame frame(checkAllocated(av_frame_alloc()));
+    frame->format = pixelFormatOf(picture.format);
+    frame->width = m_width;
+    frame->height = m_height;
+    checkAv(av_frame_get_buffer(frame.get(), 0), MovieError::Kind::cannotDecode, "scaling a picture");
+    run(m_shrinking, source, picture.format, *frame);
+    for (size_t i = 0; i < picture.planes.size(); ++i)
+        picture.planes[i] = {frame->data[i], frame->linesize[i]};
+    picture.owner = std::shared_ptr<const AVFrame>(std::move(frame));
+    return picture;
 }
 
 Frame FrameScaler::pooledFrame()

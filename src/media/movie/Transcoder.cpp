@@ -82,7 +82,8 @@ public:
         , m_output(output)
         , m_progress(progress)
         , m_encoderThreads((owner.m_options.threads + kDecodersPerEncoder - 1) / kDecodersPerEncoder)
-        , m_scaler(m_size.width, m_size.height, owner.m_options.toStandardColours)
+        , m_scaler(m_size.width, m_size.height,
+                   owner.m_options.scaling ? owner.m_options.scaling(m_size.width, m_size.height) : PictureScaling{})
         , m_sound(std::move(owner.m_sound))
     {}
 

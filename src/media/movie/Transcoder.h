@@ -3,6 +3,7 @@
 #include "media/movie/AudioReader.h"
 #include "media/movie/FrameReader.h"
 #include "media/movie/MediaAsset.h"
+#include "media/movie/PictureScaling.h"
 
 #include <functional>
 #include <memory>
@@ -14,9 +15,9 @@ struct TranscoderOptions {
     int width = 1280; ///< of the box into which the picture is fitted, pixels
     int height = 720;
     int threads = 1; ///< that decode; scaling and encoding take one more, which mostly waits for them
-    /// Gives the same picture in BT.709 limited range. It is asked for wide colours and HDR, which eight bits hold
-    /// badly, once they are scaled; without it such pictures keep their colours and say so. Called on one thread.
-    std::function<VideoPicture(const VideoPicture&)> toStandardColours;
+    /// What fills the pictures, in place of a plain scaling that keeps the source's colours and names them: eight bits
+    /// hold wide colours and HDR badly, and the floor that knows better stands above this one.
+    PictureScalingMaker scaling;
 };
 
 /// Width and height of a picture, pixels.
