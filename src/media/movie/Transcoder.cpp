@@ -213,8 +213,10 @@ Transcoder::Transcoder(MediaAsset asset, TranscoderOptions options, std::stop_to
 {
     const MediaComposition source(m_asset);
     const double length = source.duration().seconds();
-    m_frames = std::make_unique<FrameReader>(
-        source, 0, length, FrameReaderOptions{m_options.threads, m_stop, loopFilterFor(m_asset, m_options)});
+    m_frames = std::make_unique<FrameReader>(source, 0, length,
+                                             FrameReaderOptions{.decoderThreads = m_options.threads,
+                                                                .interrupt = m_stop,
+                                                                .loopFilter = loopFilterFor(m_asset, m_options)});
     if (!m_asset.audio)
         return;
     try {
