@@ -26,6 +26,8 @@ CodecContext openDecoder(AVStream& stream, const FrameReaderOptions& options, co
     // Each frame thread holds a frame back, and gains nothing for a single picture that stands alone.
     const bool standAlone = options.use == DecoderUse::seeking && Demuxer::hasOnlySyncSamples(&stream);
     context->thread_type = standAlone ? FF_THREAD_SLICE : FF_THREAD_FRAME;
+    if (options.loopFilter == LoopFilter::skipped)
+        context->skip_loop_filter = AVDISCARD_ALL;
     context->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT; // which of them are whole is judged in isWhole
     checkAv(avcodec_open2(context.get(), decoder, nullptr), MovieError::Kind::cannotDecode, name);
     return context;
