@@ -40,11 +40,10 @@ PictureEngine::~PictureEngine()
 
 uint64_t PictureEngine::setItem(std::optional<PlayerItem> item, ItemChange change, const PictureDemand& demand)
 {
-    PictureStore::Dropped dropped; // goes when the lock has gone
     const Lock lock(m_mutex);
     m_itemStop.request_stop();
     m_itemStop = {};
-    m_store.changeItem(item ? change : ItemChange::startsOver, demand, dropped);
+    m_store.changeItem(item ? change : ItemChange::startsOver, demand, m_dropped);
     m_nextItem = std::move(item);
     m_itemIsNew = true;
     m_hasNews = true;
@@ -73,9 +72,13 @@ void PictureEngine::setDemand(const PictureDemand& demand)
 
 std::optional<ShownPicture> PictureEngine::pictureAt(double seconds)
 {
-    PictureStore::Dropped dropped;
     const Lock lock(m_mutex);
-    return m_store.pictureAt(seconds, dropped);
+    const std::optional<ShownPicture> picture = m_store.pictureAt(seconds, m_dropped);
+    if (!m_dropped.empty()) {
+        m_hasNews = true;
+        m_wake.notify_all();
+    }
+    return picture;
 }
 
 std::optional<DecodeNeed> PictureEngine::need() const
@@ -107,6 +110,7 @@ void PictureEngine::run(const std::stop_token& stop)
     while (!stop.stop_requested()) {
         m_hasNews = false;
         try {
+            freeDropped(lock);
             if (m_itemIsNew)
                 openItem(lock);
             else if (!workOnNeed(lock, stop))
@@ -122,6 +126,17 @@ void PictureEngine::run(const std::stop_token& stop)
     m_cursor.reset();
 }
 
+void PictureEngine::freeDropped(Lock& lock)
+{
+    // A cache full of pictures takes milliseconds to be freed.
+    if (m_dropped.empty())
+        return;
+    PictureStore::Dropped dropped = std::exchange(m_dropped, {});
+    lock.unlock();
+    dropped.clear();
+    lock.lock();
+}
+
 void PictureEngine::openItem(Lock& lock)
 {
     m_itemIsNew = false;
@@ -131,6 +146,7 @@ void PictureEngine::openItem(Lock& lock)
     m_isHopping = false;
     m_lastHop.reset();
     m_lastEntry.reset();
+    m_emptyHops = 0;
     const std::optional<PlayerItem> item = std::exchange(m_nextItem, std::nullopt);
     const uint64_t number = m_item;
     const std::stop_token stop = m_itemStop.get_token();
@@ -192,6 +208,10 @@ Pace PictureEngine::pace() const
         return Pace::everyFrame;
     const double frameLength = m_cursor->frameLength();
     std::optional<double> spacing;
+    // Where pictures build up slowly, entry points show none.
+    constexpr int kMostEmptyHops = 4;
+    if (m_emptyHops >= kMostEmptyHops)
+        return paceFor(m_store.demand().rate, frameLength, m_decodeSeconds, std::nullopt);
     if (const auto entry = m_cursor->entryPointFor(m_store.demand().seconds)) {
         const auto before = m_cursor->entryPointFor(*entry - frameLength / 2);
         spacing = before ? std::optional(std::max(*entry - *before, frameLength)) : std::nullopt;
@@ -213,7 +233,8 @@ bool PictureEngine::hop(Lock& lock)
         const std::optional<double> entry = m_cursor->entryPointFor(*next);
         if (entry && std::exchange(m_lastEntry, entry) == entry)
             continue; // the same key frame serves for this moment too
-        m_isHopping = true;
+        const bool wasEmpty = std::exchange(m_isHopping, true) && !m_hasPictureSinceSeek;
+        m_emptyHops = wasEmpty ? m_emptyHops + 1 : 0;
         m_job.reset();
         m_hasPictureSinceSeek = false;
         lock.unlock();
@@ -252,7 +273,8 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
     if (!next)
         return false;
     if (!next->isUrgent && m_store.demand().rate == 0 && std::chrono::steady_clock::now() < m_readAheadFrom) {
-        m_wake.wait_until(lock, stop, m_readAheadFrom, [this] { return m_hasNews; });
+        const Instant until = m_readAheadFrom; // which may be moved during the wait
+        m_wake.wait_until(lock, stop, until, [this] { return m_hasNews; });
         return true;
     }
     const bool lands = m_store.awaitsLanding();

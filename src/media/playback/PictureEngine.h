@@ -38,6 +38,7 @@ private:
 
     // Decode thread.
     void run(const std::stop_token& stop);
+    void freeDropped(Lock& lock);
     void openItem(Lock& lock);
     std::unique_ptr<FrameCursor> cursorFor(const PlayerItem& item, uint64_t number, const std::stop_token& stop);
     std::optional<DecodeNeed> need() const;
@@ -67,6 +68,7 @@ private:
     std::optional<PlayerItem> m_nextItem;
     std::stop_source m_itemStop;
     PictureStore m_store;
+    PictureStore::Dropped m_dropped; ///< to be freed on the decode thread
     Instant m_readAheadFrom; ///< not before: another seek may follow at once
 
     // Decode thread only.
@@ -80,6 +82,7 @@ private:
     bool m_isHopping = false;          ///< by key frames
     std::optional<double> m_lastHop;   ///< the moment that was hopped to
     std::optional<double> m_lastEntry; ///< the key frame that was found there
+    int m_emptyHops = 0;               ///< in a row, that gave no picture
     double m_decodeSeconds = 0;        ///< per frame, on the average of late; 0 before the first
     double m_spentOnFrame = 0;
     bool m_hasPictureSinceSeek = true;

@@ -24,7 +24,7 @@ public:
         : m_cacheBytes(cacheBytes)
     {}
 
-    /// Pictures that are let go; better not under the lock.
+    /// Pictures that are let go; whoever gets them frees them where that may take its time.
     using Dropped = std::vector<FrameCache>;
 
     void changeItem(ItemChange change, const PictureDemand& demand, Dropped& dropped);
