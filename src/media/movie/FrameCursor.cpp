@@ -14,6 +14,8 @@ namespace {
 /// Behind every moment that a recording can have.
 constexpr MediaTime kForever{int64_t(1) << 40, 1};
 
+constexpr size_t kMostTold = 32;
+
 }
 
 FrameCursor::FrameCursor(MediaComposition source, int frameThreads, std::stop_token interrupt)
@@ -89,6 +91,7 @@ void FrameCursor::enter(size_t index, double fileSeconds)
     m_entered = fileSeconds;
     m_atBeginning = fileSeconds <= 0;
     m_hasPicture = false;
+    m_told.clear();
     m_first.reset();
     m_last.reset();
     m_position = onComposition(MediaTime{}).seconds() + fileSeconds;
@@ -205,6 +208,14 @@ void FrameCursor::handlePicture(FrameSlot&& slot, const Take& take)
         // point, and open groups begin with frames that need the group before.
         take({FrameNews::Kind::picture, begin, std::nullopt, presentationTime, std::move(slot.picture)});
         retreat();
+        return;
+    }
+    m_told.insert(begin);
+    if (m_told.size() > kMostTold)
+        m_told.erase(m_told.begin());
+    if (m_last && begin < *m_last) {
+        // Its time stamp contradicts the order of the stream. It is shown until the next one that was told before.
+        take({FrameNews::Kind::picture, begin, *m_told.upper_bound(begin), presentationTime, std::move(slot.picture)});
         return;
     }
     if (m_last && *m_last < begin)

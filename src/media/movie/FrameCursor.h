@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <limits>
+#include <set>
 
 namespace zumeta {
 
@@ -73,15 +74,16 @@ private:
     std::optional<size_t> m_opened; ///< the segment of m_decoder
     std::unique_ptr<class VideoDecoder> m_decoder;
     std::optional<double> m_position;
-    double m_target = 0;              ///< of the newest seek
+    double m_target = 0; ///< of the newest seek
     double m_passOverBefore = -std::numeric_limits<double>::infinity();
     bool m_isForOneFrame = false;
-    bool m_hasPicture = false; ///< since entering the file
+    bool m_hasPicture = false;        ///< since entering the file
     double m_entered = 0;             ///< where the file was entered, on its own clock
     double m_retreat = 0;             ///< seconds of the retreat before
     bool m_atBeginning = false;       ///< the file is read from its first frame on
     std::optional<MediaTime> m_first; ///< the first slot since entering, on the file's clock
     std::optional<MediaTime> m_last;  ///< the last picture that was told
+    std::set<MediaTime> m_told;       ///< when the newest of them begin
 };
 
 }

@@ -44,8 +44,8 @@ std::optional<DecodeNeed> needOfStanding(const DecodeSituation& situation)
 
 Pace paceFor(double rate, double frameLength, double decodeSeconds, std::optional<double> keySpacing)
 {
-    constexpr double kMostLoad = 0.8;          // of the time that passes
-    constexpr double kFewestKeyFrames = 10;    // a second, as they are shown
+    constexpr double kMostLoad = 0.8;       // of the time that passes
+    constexpr double kFewestKeyFrames = 10; // a second, as they are shown
     const double speed = std::abs(rate);
     if (speed <= 1 || speed / frameLength * decodeSeconds <= kMostLoad)
         return Pace::everyFrame;

@@ -17,6 +17,8 @@ constexpr milliseconds kQuietBeforeReadingAhead{25};
 /// With targets that move faster than frames are decoded, a new picture appears at least this often.
 constexpr milliseconds kLongestWithoutPicture{40};
 constexpr size_t kFewestFrames = 6; ///< in the cache, however large they are
+/// Pictures that are larger than usual get room for a group of them, within bounds.
+constexpr size_t kGroupFrames = 18;
 constexpr int kMostFutileSeeks = 3;
 
 int threadsThatPay(int wanted)
@@ -124,7 +126,8 @@ bool PictureEngine::pictureHasChanged()
 
 size_t PictureEngine::budget() const
 {
-    const size_t whole = std::max(m_cacheBytes, kFewestFrames * m_frameBytes);
+    const size_t group = std::min(kGroupFrames * m_frameBytes, m_cacheBytes / 2 * 5);
+    const size_t whole = std::max({m_cacheBytes, group, kFewestFrames * m_frameBytes});
     return whole - std::min(m_retired.bytes(), whole / 2);
 }
 

@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Films.h"
 #include "PlayerHarness.h"
+#include "TruthCount.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 
 namespace zumeta::test {
 
 namespace {
-
-/// More can be asked for by hand: ZUMETA_TRUTH_SEEKS=1000 ZUMETA_TRUTH_STEPS=10000.
-int count(const char* variable, int usual)
-{
-    const char* const text = std::getenv(variable);
-    return text ? std::atoi(text) : usual;
-}
 
 class FrameTruth : public testing::TestWithParam<FilmKind> {
 protected:
@@ -41,7 +34,7 @@ TEST_P(FrameTruth, APreciseSeekEndsOnTheFrameOfItsTime)
     harness.player.replaceCurrentItem(film.source);
     std::mt19937 random(1);
     std::uniform_real_distribution<double> anywhere(0, film.length());
-    const int seeks = count("ZUMETA_TRUTH_SEEKS", 60);
+    const int seeks = truthCount("ZUMETA_TRUTH_SEEKS", 60);
     for (int i = 0; i < seeks; ++i) {
         const double target = anywhere(random);
         harness.seek(target);
@@ -60,7 +53,7 @@ TEST_P(FrameTruth, MixedStepsPlaysRatesAndReversalsEndOnTheFrameOfTheirTime)
     std::mt19937 random(2);
     const auto upTo = [&random](double most) { return std::uniform_real_distribution<double>(0, most)(random); };
     const auto oneOf = [&random](int many) { return std::uniform_int_distribution<int>(0, many - 1)(random); };
-    const int steps = count("ZUMETA_TRUTH_STEPS", 200);
+    const int steps = truthCount("ZUMETA_TRUTH_STEPS", 200);
     for (int i = 0; i < steps; ++i) {
         const int action = oneOf(6);
         if (action <= 2) {

@@ -78,6 +78,30 @@ public:
         return picture && picture->isExact ? picture : std::nullopt;
     }
 
+    /// The same for one that plays, whose observer is not called: looks again and again. Its time stands meanwhile.
+    std::optional<ShownPicture> exactPictureWhilePlaying()
+    {
+        const auto deadline = std::chrono::steady_clock::now() + kPatience;
+        while (std::chrono::steady_clock::now() < deadline) {
+            time.runDueWork();
+            std::optional<ShownPicture> picture = shown();
+            if (picture && picture->isExact)
+                return picture;
+            queue.waitForWork(std::chrono::steady_clock::now() + std::chrono::milliseconds(1));
+        }
+        return std::nullopt;
+    }
+
+    /// Lets real time go by, for what must not happen in it.
+    void letPass(std::chrono::milliseconds span)
+    {
+        const auto end = std::chrono::steady_clock::now() + span;
+        while (std::chrono::steady_clock::now() < end) {
+            queue.waitForWork(end);
+            time.runDueWork();
+        }
+    }
+
     void seek(double seconds, SeekTolerance tolerance = SeekTolerance::zero)
     {
         player.seek(MediaTime::nearest(seconds, kSeekTimescale), tolerance);
