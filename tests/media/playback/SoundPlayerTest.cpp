@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Listening.h"
-#include "platform/Log.h"
+#include "LogLines.h"
 #include "support/FootageMaker.h"
 
-#include <QStringList>
 #include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <thread>
 
 namespace zumeta::test {
@@ -59,24 +57,6 @@ int threadCount()
 {
     return int(std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}));
 }
-
-/// The log's lines while it lives. They may come from any thread.
-class LogLines {
-public:
-    QStringList all() const
-    {
-        const std::scoped_lock lock(m_mutex);
-        return m_lines;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_lines;
-    LogCapture m_capture{[this](const QString& line) {
-        const std::scoped_lock lock(m_mutex);
-        m_lines += line;
-    }};
-};
 
 }
 
