@@ -3,6 +3,7 @@
 #include "LogLines.h"
 #include "support/FootageMaker.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -39,7 +40,7 @@ std::filesystem::path toneFile(const char* seconds = "8")
 }
 
 /// The steepest step of that tone itself, with some room.
-constexpr int kToneStep = 300;
+constexpr int kToneStep = 230;
 
 PlayerItem item(const std::filesystem::path& file)
 {
@@ -147,10 +148,14 @@ TEST(SoundPlayer, ChangesOfSpeedStopsAndSeeksDoNotClick)
 {
     Listening listening(item(toneFile()));
     start(listening);
-    for (const double rate : {0.5, 0.0, 2.0, -1.0, 1.0, 4.0, 1.0}) {
+    Heard heard = listening.listen(0.1);
+    for (const double rate : {0.5, 0.0, 2.0, -1.0, 1.0, 1.0, 4.0, 1.0}) {
         listening.player.follow(2, listening.clock.now(), rate);
-        EXPECT_LT(listening.listen(0.3).steepest(), kToneStep) << rate;
+        const Heard more = listening.listen(0.3);
+        heard.samples.insert(heard.samples.end(), more.samples.begin(), more.samples.end());
     }
+    EXPECT_GT(heard.loudest(), 2500);
+    EXPECT_LT(heard.steepest(), kToneStep);
 }
 
 TEST(SoundPlayer, FollowsADeviceThatFallsBehind)
@@ -183,6 +188,11 @@ TEST(SoundPlayer, TheSameRecordingInAnotherFileGoesOnWithoutABreak)
     Listening listening(item(toneFile()));
     start(listening);
     listening.player.setItem(other);
+    // At once: the other file is not open yet.
+    std::vector<int16_t> block(882);
+    listening.output.source()->pull(block, listening.clock.now() + Listening::kDeviceDelay);
+    EXPECT_GT(*std::max_element(block.end() - 240, block.end()), 1500);
+    listening.clock.advance(0.01);
     const Heard heard = listening.listen(1);
     EXPECT_NEAR(heard.pitch(), 440, 1);
     for (double at = heard.from; at < heard.from + 0.99; at += 0.01)
