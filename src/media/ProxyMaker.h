@@ -20,6 +20,14 @@ struct ProxyError {
     };
     Kind kind = Kind::exportFailed;
     QString description; ///< English, one line
+
+    static ProxyError exportSessionCreationFailed();
+    /// With the platform's words, where it has any.
+    static ProxyError exportFailed(const QString& reason = {});
+    static ProxyError exportCancelled();
+    static ProxyError unexpectedExportStatus(int status);
+    static ProxyError fileKeyFailed(const QString& reason);
+
     friend bool operator==(const ProxyError&, const ProxyError&) = default;
 };
 

@@ -28,8 +28,9 @@ Task<> VideoPlayerService::load(VideoAsset asset, bool useProxy)
 Task<> VideoPlayerService::loadSingleFile(FileUrl url)
 {
     const QPointer<VideoPlayerService> self(this);
+    const std::optional<QUuid> assetID = m_currentAssetID;
     const AssetOutcome outcome = co_await m_assets.load(url);
-    if (!self)
+    if (!self || m_currentAssetID != assetID)
         co_return;
     if (const MovieError* const error = std::get_if<MovieError>(&outcome)) {
         logLine(QStringLiteral("Failed to load duration: ") + QString::fromUtf8(error->what()));
@@ -47,13 +48,14 @@ Task<> VideoPlayerService::loadSingleFile(FileUrl url)
 Task<> VideoPlayerService::loadMultipleFiles(std::vector<FileUrl> urls)
 {
     const QPointer<VideoPlayerService> self(this);
+    const std::optional<QUuid> assetID = m_currentAssetID;
     MediaComposition composition;
     composition.addAudioTrack();
     MediaTime insertTime;
     std::optional<MediaTime> frameDuration;
     for (const FileUrl& url : urls) {
         const AssetOutcome outcome = co_await m_assets.load(url);
-        if (!self)
+        if (!self || m_currentAssetID != assetID)
             co_return;
         if (const MovieError* const error = std::get_if<MovieError>(&outcome)) {
             logLine(QStringLiteral("Failed to add %1 to composition: %2")

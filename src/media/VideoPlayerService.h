@@ -26,8 +26,8 @@ public:
     VideoPlayerService(std::unique_ptr<Player> player, AssetLoader& assets);
     ~VideoPlayerService() override;
 
-    /// Loads the proxy when it is wanted and there is one, else the source files. Two loads may interleave; whoever
-    /// starts them knows which one still counts.
+    /// Loads the proxy when it is wanted and there is one, else the source files. Of two loads that interleave, the one
+    /// that was started first ends without effect, and so does one during which the service was reset.
     Task<> load(VideoAsset asset, bool useProxy);
     /// The same recording from another file, at the same time and rate.
     void switchSource(const FileUrl& url);

@@ -51,6 +51,7 @@ void VirtualTime::advance(double seconds)
     const double until = m_now + seconds;
     while (runNext(until)) {
     }
+    const std::lock_guard lock(m_mutex); // another thread may be posting
     m_now = std::max(m_now, until);
 }
 

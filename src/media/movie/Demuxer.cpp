@@ -148,6 +148,24 @@ void Demuxer::seekToSyncSample(const AVStream* stream, int64_t target)
     rewind();
 }
 
+std::optional<int64_t> Demuxer::indexedSyncSample(AVStream* stream, int64_t target)
+{
+    const AVIndexEntry* const entry = avformat_index_get_entry_from_timestamp(stream, target, AVSEEK_FLAG_BACKWARD);
+    return entry ? std::optional(entry->timestamp) : std::nullopt;
+}
+
+bool Demuxer::hasOnlySyncSamples(AVStream* stream)
+{
+    const int count = avformat_index_get_entries_count(stream);
+    if (count < 1 || count < stream->nb_frames)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        if (!(avformat_index_get_entry(stream, i)->flags & AVINDEX_KEYFRAME))
+            return false;
+    }
+    return stream->nb_frames > 0;
+}
+
 void Demuxer::seekToLastSyncSample(const AVStream* stream)
 {
     m_pending.reset();

@@ -3,6 +3,7 @@
 #include "media/movie/LibavHandles.h"
 #include "platform/FileUrl.h"
 
+#include <optional>
 #include <stop_token>
 
 namespace zumeta {
@@ -26,6 +27,10 @@ public:
     /// Goes to the last sync sample of the selected stream whose presentation time is at or before `target`,
     /// or to the beginning. Containers seek by decoding time, which can land behind the target in an open group.
     void seekToSyncSample(const AVStream* stream, int64_t target);
+    /// Where that is by the container's index, in decoding time; nothing where the index does not tell.
+    static std::optional<int64_t> indexedSyncSample(AVStream* stream, int64_t target);
+    /// Whether the index lists every frame of the stream, each as a sync sample.
+    static bool hasOnlySyncSamples(AVStream* stream);
     /// Goes to the last sync sample of the stream, for looking at the file's end.
     void seekToLastSyncSample(const AVStream* stream);
 

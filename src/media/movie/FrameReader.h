@@ -14,6 +14,7 @@ namespace zumeta {
 struct FrameSlot {
     MediaTime presentationTime; ///< on the source's clock
     std::optional<VideoPicture> picture;
+    bool isPassedOver = false; ///< there is one, but the decoder was told to leave it out
 };
 
 /// Frames in the order in which they are shown.
@@ -24,9 +25,21 @@ public:
     virtual std::optional<FrameSlot> next() = 0;
 };
 
+/// What a decoder with several threads is for.
+enum class DecoderUse {
+    reading, ///< long stretches in order
+    seeking  ///< single pictures too: where every frame stands alone, none waits for those behind it
+};
+
+/// A decoder's smoothing of block edges. Without it decoding takes a sixth less, and small errors stay until the next
+/// key frame: they are lost in a picture that is made smaller.
+enum class LoopFilter { applied, skipped };
+
 struct FrameReaderOptions {
     int decoderThreads = 1; ///< frame threads of the decoder; more cost memory and start-up
-    std::stop_token interrupt;
+    std::stop_token interrupt = {};
+    DecoderUse use = DecoderUse::reading;
+    LoopFilter loopFilter = LoopFilter::applied;
 };
 
 /// Reads a stretch of a composition: the frame shown at its start, then every further frame that begins before its

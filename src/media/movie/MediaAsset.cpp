@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 extern "C" {
 #include <libavutil/display.h>
@@ -150,6 +151,9 @@ VideoTrack videoTrackOf(Demuxer& demuxer, AVStream* stream)
     track.nominalFrameRate = averageRate(*stream);
     track.minFrameDuration = shortestSpacing(stream);
     track.preferredTransform = transformOf(*stream);
+    // Other containers count what they guess, or list frames that no decoder gives.
+    if (saysItsDuration(*stream) && std::string_view(demuxer.format().iformat->name).starts_with("mov"))
+        track.frameCount = indexSpanOf(stream).shownFrames;
     return track;
 }
 

@@ -26,6 +26,7 @@ struct VideoTrack {
     PreferredTransform preferredTransform;
     double pixelAspect = 1;  ///< width of a pixel over its height
     int reorderedFrames = 0; ///< that a decoder holds back to give the others in order
+    int64_t frameCount = 0;  ///< frames that the header lists; 0 where it lists none
     MediaTime length;        ///< from the first picture to the end of the last one
 };
 

@@ -3,6 +3,7 @@
 
 #include "media/movie/MovieEncoders.h"
 #include "media/movie/OutputFile.h"
+#include "media/movie/SoundEncoder.h"
 
 #include <algorithm>
 #include <atomic>
@@ -17,7 +18,6 @@ namespace {
 /// well; the picture waits late, so a slow start of the sound does not hold it up.
 constexpr double kAudioLead = 0.5;
 constexpr double kVideoLead = 3.0;
-constexpr int kAacFrameSamples = 1024;
 constexpr size_t kPooledFrames = 4;
 
 int64_t inTimescale(MediaTime time, int64_t timescale)
@@ -45,8 +45,7 @@ private:
     AVStream* addStream(const AVCodecContext& codec, AVRational timeBase);
     Frame frameOf(const WritablePicture& picture);
     void encodeHeldFrame(int64_t duration);
-    void addSamples(const int16_t* samples, int64_t count);
-    void encodeAudioBlock(int samples);
+    void writeSound(AVPacket& packet);
     void write(AVPacket& packet, const AVStream& stream, AVRational timeBase);
     void waitFor(double position, const double& other, double lead, const bool& otherFinished);
     void advance(double& position, double to);
@@ -67,10 +66,7 @@ private:
     std::vector<std::pair<int64_t, int64_t>> m_durations; ///< by time stamp, of frames inside the encoder
 
     // The sound's thread.
-    CodecContext m_audio;
-    Frame m_audioFrame;
-    int m_audioFill = 0;        ///< samples waiting in m_audioFrame
-    int64_t m_audioSamples = 0; ///< samples taken so far, silence included
+    std::unique_ptr<SoundEncoder> m_audio;
 
     // Both threads, under the mutex.
     std::mutex m_mutex;
@@ -109,8 +105,8 @@ void MovieWriter::Implementation::start(const MovieSettings& settings)
     m_videoStream = addStream(*m_video, {1, kMovieTimescale});
     m_videoStream->avg_frame_rate = m_video->framerate;
     if (settings.audio) {
-        m_audio = openAudioEncoder(*settings.audio);
-        m_audioStream = addStream(*m_audio, m_audio->time_base);
+        m_audio = std::make_unique<SoundEncoder>(*settings.audio, settings.sessionEnd);
+        m_audioStream = addStream(m_audio->codec(), m_audio->codec().time_base);
     }
     for (const MovieMetadataItem& item : settings.metadata)
         av_dict_set(&context->metadata, item.key.c_str(), item.value.c_str(), 0);
@@ -220,58 +216,10 @@ void MovieWriter::Implementation::finishVideo()
 void MovieWriter::Implementation::appendAudio(std::span<const int16_t> samples, MediaTime presentationTime)
 {
     throwIfCancelled();
-    const MovieAudioSettings& audio = *m_settings.audio;
-    const int64_t end = inTimescale(m_settings.sessionEnd, audio.sampleRate);
-    const int64_t place = inTimescale(presentationTime, audio.sampleRate);
-    const auto count = int64_t(samples.size()) / audio.channels;
-    if (place > m_audioSamples)
-        addSamples(nullptr, std::min(place, end) - m_audioSamples);
-    // Buffers of two files may overlap by a sample where their ends were rounded.
-    const int64_t skipped = std::clamp<int64_t>(m_audioSamples - place, 0, count);
-    const int64_t taken = std::min(count - skipped, end - m_audioSamples);
-    if (taken > 0)
-        addSamples(samples.data() + skipped * audio.channels, taken);
-    const double position = double(m_audioSamples) / audio.sampleRate;
+    m_audio->append(samples, presentationTime, [this](AVPacket& packet) { writeSound(packet); });
+    const double position = m_audio->position();
     advance(m_audioPosition, position);
     waitFor(position, m_videoPosition, kAudioLead, m_videoFinished);
-}
-
-void MovieWriter::Implementation::addSamples(const int16_t* samples, int64_t count)
-{
-    const int channels = m_settings.audio->channels;
-    constexpr float kScale = 1.0F / 32768.0F;
-    while (count > 0) {
-        if (!m_audioFrame) {
-            m_audioFrame.reset(checkAllocated(av_frame_alloc()));
-            m_audioFrame->format = AV_SAMPLE_FMT_FLTP;
-            m_audioFrame->sample_rate = m_settings.audio->sampleRate;
-            m_audioFrame->nb_samples = kAacFrameSamples;
-            av_channel_layout_default(&m_audioFrame->ch_layout, channels);
-            checkAv(av_frame_get_buffer(m_audioFrame.get(), 0), MovieError::Kind::cannotEncode, "allocating sound");
-            m_audioFrame->pts = m_audioSamples;
-        }
-        const auto taken = int(std::min<int64_t>(count, kAacFrameSamples - m_audioFill));
-        for (int channel = 0; channel < channels; ++channel) {
-            auto* const out = reinterpret_cast<float*>(m_audioFrame->extended_data[channel]) + m_audioFill;
-            for (int i = 0; i < taken; ++i)
-                out[i] = samples ? float(samples[ptrdiff_t(i) * channels + channel]) * kScale : 0.0F;
-        }
-        if (samples)
-            samples += ptrdiff_t(taken) * channels;
-        count -= taken;
-        m_audioSamples += taken;
-        m_audioFill += taken;
-        if (m_audioFill == kAacFrameSamples)
-            encodeAudioBlock(kAacFrameSamples);
-    }
-}
-
-void MovieWriter::Implementation::encodeAudioBlock(int samples)
-{
-    const Frame frame = std::move(m_audioFrame);
-    frame->nb_samples = samples;
-    m_audioFill = 0;
-    encode(*m_audio, frame.get(), [this](AVPacket& packet) { write(packet, *m_audioStream, m_audio->time_base); });
 }
 
 void MovieWriter::Implementation::finishAudio()
@@ -279,12 +227,15 @@ void MovieWriter::Implementation::finishAudio()
     throwIfCancelled();
     if (!m_audio)
         return;
-    if (m_audioFill > 0)
-        encodeAudioBlock(m_audioFill);
-    encode(*m_audio, nullptr, [this](AVPacket& packet) { write(packet, *m_audioStream, m_audio->time_base); });
+    m_audio->finish([this](AVPacket& packet) { writeSound(packet); });
     const std::lock_guard lock(m_mutex);
     m_audioFinished = true;
     m_moved.notify_all();
+}
+
+void MovieWriter::Implementation::writeSound(AVPacket& packet)
+{
+    write(packet, *m_audioStream, m_audio->codec().time_base);
 }
 
 void MovieWriter::Implementation::write(AVPacket& packet, const AVStream& stream, AVRational timeBase)

@@ -10,7 +10,10 @@ namespace zumeta {
 
 namespace {
 
-CodecContext openDecoder(const AVStream& stream, const FrameReaderOptions& options, const std::string& name)
+/// Seconds behind every recording's end that still fit into time stamps.
+constexpr double kFarAway = 1e9;
+
+CodecContext openDecoder(AVStream& stream, const FrameReaderOptions& options, const std::string& name)
 {
     const AVCodec* const decoder = avcodec_find_decoder(stream.codecpar->codec_id);
     if (!decoder)
@@ -20,7 +23,11 @@ CodecContext openDecoder(const AVStream& stream, const FrameReaderOptions& optio
     checkAv(avcodec_parameters_to_context(context.get(), stream.codecpar), MovieError::Kind::cannotDecode, name);
     context->pkt_timebase = stream.time_base;
     context->thread_count = options.decoderThreads;
-    context->thread_type = FF_THREAD_FRAME;
+    // Each frame thread holds a frame back, and gains nothing for a single picture that stands alone.
+    const bool standAlone = options.use == DecoderUse::seeking && Demuxer::hasOnlySyncSamples(&stream);
+    context->thread_type = standAlone ? FF_THREAD_SLICE : FF_THREAD_FRAME;
+    if (options.loopFilter == LoopFilter::skipped)
+        context->skip_loop_filter = AVDISCARD_ALL;
     context->flags |= AV_CODEC_FLAG_OUTPUT_CORRUPT; // which of them are whole is judged in isWhole
     checkAv(avcodec_open2(context.get(), decoder, nullptr), MovieError::Kind::cannotDecode, name);
     return context;
@@ -46,13 +53,67 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
     // AVI has no presentation times: what libav guesses cannot tell a late frame from a missing one.
     m_timeStampsAreReal = std::string_view(m_demuxer.format().iformat->name) != "avi";
     m_demuxer.select(m_stream);
+    if (start > 0)
+        enter(start);
+}
+
+int64_t VideoDecoder::timeStampFor(double start) const
+{
     double target = (start + kFrameTimeTolerance + m_timeShift.seconds()) / av_q2d(m_stream->time_base);
     // AVI counts frames in decoding order, in which a frame stands up to this far behind its place in time.
     constexpr int kMostReordered = 16;
     if (!m_timeStampsAreReal)
         target -= kMostReordered;
+    return int64_t(std::floor(target));
+}
+
+void VideoDecoder::seek(double start)
+{
+    avcodec_flush_buffers(m_codec.get());
+    m_peeked.reset();
+    m_awaited.clear();
+    m_optional.clear();
+    m_ready.clear();
+    m_flushing = false;
+    m_ended = false;
+    m_lastTimeStamp = -1;
+    m_lastSentDts = INT64_MIN;
+    m_lastWasWhole = false;
+    m_entry.reset();
+    m_nextEntry.reset();
+    m_entryIsGradual = false;
+    m_buildingUp.reset();
+    m_passOverBefore = INT64_MIN;
+    m_endsBehindEntry = false;
+    m_hasSent = false;
+    enter(start);
+}
+
+void VideoDecoder::seekForOneFrame(double start)
+{
+    seek(start);
+    m_endsBehindEntry = true;
+}
+
+void VideoDecoder::passOverBefore(double end)
+{
+    if (m_timeStampsAreReal)
+        m_passOverBefore = end < kFarAway ? timeStampFor(end) : INT64_MAX;
+}
+
+void VideoDecoder::enter(double start)
+{
+    m_isBehindSeek = start > 0;
     if (start > 0)
-        m_demuxer.seekToSyncSample(m_stream, int64_t(std::floor(target)));
+        m_demuxer.seekToSyncSample(m_stream, timeStampFor(start));
+    else
+        m_demuxer.rewind();
+}
+
+std::optional<double> VideoDecoder::entryPointFor(double start) const
+{
+    const std::optional<int64_t> entry = Demuxer::indexedSyncSample(m_stream, timeStampFor(start));
+    return entry ? std::optional(onFileClock(*entry).seconds()) : std::nullopt;
 }
 
 MediaTime VideoDecoder::onFileClock(int64_t timeStamp) const
@@ -62,23 +123,56 @@ MediaTime VideoDecoder::onFileClock(int64_t timeStamp) const
 
 std::optional<FrameSlot> VideoDecoder::next()
 {
-    while (m_ready.empty() && !m_ended && !m_interrupt.stop_requested()) {
-        Frame frame(checkAllocated(av_frame_alloc()));
-        const int code = avcodec_receive_frame(m_codec.get(), frame.get());
-        if (code == AVERROR_EOF) {
-            releaseBefore(INT64_MAX);
-            m_ended = true;
-        } else if (code == AVERROR(EAGAIN)) {
-            send();
-        } else if (code >= 0) {
-            receive(std::move(frame));
-        } // else the decoder gave one frame up; its slot shows later that nothing came for it
+    while (m_ready.empty() && work()) {
     }
+    return take();
+}
+
+std::optional<FrameSlot> VideoDecoder::take()
+{
     if (m_ready.empty())
         return std::nullopt;
     FrameSlot slot = std::move(m_ready.front());
     m_ready.pop_front();
     return slot;
+}
+
+bool VideoDecoder::work()
+{
+    if (m_ended || m_interrupt.stop_requested())
+        return false;
+    Frame frame(checkAllocated(av_frame_alloc()));
+    const int code = avcodec_receive_frame(m_codec.get(), frame.get());
+    if (code == AVERROR_EOF) {
+        releaseBefore(INT64_MAX);
+        m_ended = true;
+    } else if (code == AVERROR(EAGAIN)) {
+        send();
+    } else if (code >= 0) {
+        receive(std::move(frame));
+    } // else the decoder gave one frame up; its slot shows later that nothing came for it
+    return true;
+}
+
+std::optional<MediaTime> VideoDecoder::nextBegin()
+{
+    if (!m_ready.empty())
+        return m_ready.front().presentationTime;
+    if (!m_timeStampsAreReal)
+        return std::nullopt;
+    if (!m_peeked && (!m_flushing || m_endsBehindEntry))
+        m_peeked = m_demuxer.read();
+    int64_t next = m_awaited.empty() ? INT64_MAX : *m_awaited.begin();
+    if (!m_optional.empty())
+        next = std::min(next, *m_optional.begin());
+    int64_t reached = m_lastSentDts;
+    if (m_peeked && m_peeked->dts != AV_NOPTS_VALUE) {
+        reached = m_peeked->dts;
+        if (!(m_peeked->flags & AV_PKT_FLAG_DISCARD) && presentationTimeStamp(*m_peeked) > m_lastTimeStamp)
+            next = std::min(next, presentationTimeStamp(*m_peeked));
+    }
+    // No frame is shown before its decoding time, and those only grow.
+    return next <= reached ? std::optional(onFileClock(next)) : std::nullopt;
 }
 
 void VideoDecoder::send()
@@ -87,15 +181,21 @@ void VideoDecoder::send()
         m_ended = true;
         return;
     }
-    const Packet packet = m_demuxer.read();
+    const bool isBehindEntry = m_endsBehindEntry && m_hasSent;
+    const Packet packet = isBehindEntry ? nullptr : m_peeked ? std::move(m_peeked) : m_demuxer.read();
     if (!packet) {
         m_flushing = true;
         avcodec_send_packet(m_codec.get(), nullptr);
         return;
     }
+    m_hasSent = true;
+    noteEntry(*packet);
     const int64_t timeStamp = presentationTimeStamp(*packet);
+    const bool passesOver = timeStamp != AV_NOPTS_VALUE && timeStamp < m_passOverBefore;
     if (m_timeStampsAreReal && timeStamp != AV_NOPTS_VALUE && !(packet->flags & AV_PKT_FLAG_DISCARD))
-        m_awaited.insert(timeStamp);
+        (passesOver ? m_optional : m_awaited).insert(timeStamp);
+    m_lastSentDts = packet->dts != AV_NOPTS_VALUE ? packet->dts : m_lastSentDts;
+    m_codec->skip_frame = passesOver ? AVDISCARD_NONREF : AVDISCARD_DEFAULT;
     // A packet that the decoder refuses leaves its slot without a picture.
     avcodec_send_packet(m_codec.get(), packet.get());
 }
@@ -117,6 +217,32 @@ bool VideoDecoder::isWhole(const AVFrame& frame) const
     return !(frame.flags & AV_FRAME_FLAG_CORRUPT) || (m_flushing && m_lastWasWhole);
 }
 
+void VideoDecoder::noteEntry(const AVPacket& packet)
+{
+    if (!m_isBehindSeek || !(packet.flags & AV_PKT_FLAG_KEY))
+        return;
+    const int64_t timeStamp = presentationTimeStamp(packet);
+    if (!m_entry)
+        m_entry = timeStamp;
+    else if (!m_nextEntry && timeStamp > *m_entry)
+        m_nextEntry = timeStamp;
+}
+
+bool VideoDecoder::isBuiltUp(int64_t timeStamp, bool isWhole)
+{
+    if (m_timeStampsAreReal && m_entry && timeStamp < *m_entry)
+        return false; // it leans on frames from before the entry point, whatever the decoder says
+    if (m_entry && timeStamp == *m_entry)
+        m_entryIsGradual = !isWhole;
+    if (!m_entryIsGradual || !isWhole)
+        return isWhole;
+    if (!m_buildingUp)
+        m_buildingUp = timeStamp - *m_entry;
+    // Encoders let refreshed parts lean on parts that are not: after the first pass a picture claims to be whole, only
+    // after the second one it is.
+    return m_nextEntry && timeStamp >= *m_nextEntry + *m_buildingUp;
+}
+
 void VideoDecoder::receive(Frame frame)
 {
     const int64_t timeStamp = timeStampOf(*frame);
@@ -125,8 +251,9 @@ void VideoDecoder::receive(Frame frame)
     m_lastTimeStamp = timeStamp;
     releaseBefore(timeStamp);
     m_awaited.erase(timeStamp);
+    m_optional.erase(timeStamp);
     m_ready.push_back({onFileClock(timeStamp), std::nullopt});
-    m_lastWasWhole = isWhole(*frame);
+    m_lastWasWhole = isBuiltUp(timeStamp, isWhole(*frame));
     if (!m_lastWasWhole)
         return;
     try {
@@ -138,10 +265,13 @@ void VideoDecoder::receive(Frame frame)
 
 void VideoDecoder::releaseBefore(int64_t timeStamp)
 {
-    while (!m_awaited.empty() && *m_awaited.begin() < timeStamp) {
-        m_ready.push_back({onFileClock(*m_awaited.begin()), std::nullopt});
-        m_awaited.erase(m_awaited.begin());
-        m_lastWasWhole = false;
+    const auto first = [](const std::set<int64_t>& times) { return times.empty() ? INT64_MAX : *times.begin(); };
+    for (int64_t next = std::min(first(m_awaited), first(m_optional)); next < timeStamp;
+         next = std::min(first(m_awaited), first(m_optional))) {
+        const bool isDamaged = m_awaited.erase(next) > 0;
+        m_optional.erase(next);
+        m_ready.push_back({onFileClock(next), std::nullopt, !isDamaged});
+        m_lastWasWhole = m_lastWasWhole && !isDamaged;
     }
 }
 

@@ -64,7 +64,9 @@ void PlaybackClock::scheduleTick()
     // From the tick before, not from now: the late ones must not make the next ones later. Ticks that a busy thread
     // missed are left out.
     const double now = m_clock.now();
-    m_nextTick = std::max(m_nextTick + kReportInterval, now);
+    m_nextTick += kReportInterval;
+    if (m_nextTick <= now)
+        m_nextTick = now + kReportInterval;
     m_queue.postAfter(m_nextTick - now, [this, alive = std::weak_ptr(m_alive)] {
         if (alive.expired())
             return;
@@ -80,7 +82,6 @@ void PlaybackClock::deliverReports()
 {
     // A turn of its own begins here, however late the one before ended.
     m_turnHasTime = false;
-    m_lastReportTime = turnTime();
     std::vector<Participant*> reporting;
     for (Member& member : m_members) {
         if (std::exchange(member.wantsReport, false) || member.participant->isRunning())

@@ -33,8 +33,6 @@ public:
     double turnTime() const;
     /// Seconds; not held for the turn: what the display asks for.
     double now() const { return m_clock.now(); }
-    /// The instant of the last report that running participants took part in.
-    double lastReportTime() const { return m_lastReportTime; }
 
     void join(Participant& participant);
     void leave(Participant& participant);
@@ -57,7 +55,6 @@ private:
     std::vector<Member> m_members;
     mutable bool m_turnHasTime = false;
     mutable double m_turnTime = 0;
-    double m_lastReportTime = 0;
     double m_nextTick = 0;
     bool m_isTicking = false;
     bool m_reportIsPosted = false;

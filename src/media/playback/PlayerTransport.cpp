@@ -23,6 +23,7 @@ void PlayerTransport::setItem(std::optional<MediaTime> length, ItemChange change
     m_length = length;
     if (!keepsTime) {
         m_anchor = {};
+        m_told = {};
         m_anchorHost = m_clock.turnTime();
     }
     if (m_rate != 0)
@@ -35,6 +36,7 @@ void PlayerTransport::removeItem()
     m_hasItem = false;
     m_length.reset();
     m_anchor = {};
+    m_told = {};
     m_anchorHost = m_clock.turnTime();
     m_clock.requestReport(*this);
 }
@@ -42,6 +44,7 @@ void PlayerTransport::removeItem()
 void PlayerTransport::setLength(MediaTime length)
 {
     m_length = length;
+    m_told = heldInside(m_told);
     if (m_rate == 0)
         m_anchor = heldInside(m_anchor);
 }
@@ -87,6 +90,7 @@ MediaTime PlayerTransport::currentTime() const
 void PlayerTransport::stopAt(MediaTime time)
 {
     m_anchor = time;
+    m_told = time;
     m_anchorHost = m_clock.turnTime();
     m_rate = 0;
 }
@@ -108,9 +112,9 @@ void PlayerTransport::setRate(double rate)
         constexpr int64_t kNanoseconds = 1'000'000'000;
         start(isRunning() ? MediaTime::nearest(secondsAt(m_clock.turnTime()), kNanoseconds) : m_anchor, wanted);
     } else if (m_rate != 0) {
-        // What has been played since the last report was told to nobody. All players of one turn stop at one instant.
-        const double told = std::min(std::max(m_clock.lastReportTime(), m_anchorHost), m_clock.turnTime());
-        stopAt(m_hasItem ? timeAt(told) : MediaTime{});
+        // What has been played since was told to nobody. All players are reported in one turn, so those that stop in
+        // one turn stand at one instant.
+        stopAt(m_told);
     }
     m_clock.requestReport(*this);
 }
@@ -122,6 +126,7 @@ bool PlayerTransport::seek(MediaTime target)
     // A player that stood at an end stays stopped there.
     const double rate = hasEndedAt(m_clock.turnTime()) ? 0 : m_rate;
     m_anchor = heldInside(target);
+    m_told = m_anchor;
     m_anchorHost = m_clock.turnTime();
     m_rate = rate;
     m_clock.requestReport(*this);
@@ -144,6 +149,7 @@ void PlayerTransport::report()
     const double hostTime = m_clock.turnTime();
     if (m_hasItem && hasEndedAt(hostTime))
         stopAt(m_rate > 0 ? *m_length : MediaTime{});
+    m_told = currentTime();
     // Read anew for each: an observer may seek, and the next one must not be told the time from before.
     const std::vector<Observer> observers = m_observers;
     for (const Observer& observer : observers)

@@ -52,6 +52,7 @@ private:
     MediaTime m_anchor;      ///< the item's time at m_anchorHost
     double m_anchorHost = 0; ///< an instant of the clock
     double m_rate = 0;
+    MediaTime m_told; ///< the time of the last report, or the target of a seek since
     std::vector<Observer> m_observers;
     Player::ObserverToken m_nextToken = 1;
 };

@@ -2,11 +2,11 @@
 #include "render/export/ExportRun.h"
 
 #include "media/movie/AudioReader.h"
+#include "media/movie/FrameReadAhead.h"
 #include "media/movie/MovieError.h"
 #include "render/export/AudioExport.h"
 #include "render/export/ExportMetadata.h"
 #include "render/export/FrameLoop.h"
-#include "render/export/FrameReadAhead.h"
 #include "render/export/SourceAssembly.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Failures and cancels that meet the export's threads where they wait for each other. Run under ThreadSanitizer too.
 #include "Exporting.h"
+#include "media/movie/FrameReadAhead.h"
 #include "media/movie/MovieError.h"
 #include "media/movie/MovieWriter.h"
 #include "render/export/AudioExport.h"
 #include "render/export/ExportRun.h"
-#include "render/export/FrameReadAhead.h"
 #include "support/FileSizeLimit.h"
 
 #include <QCoreApplication>

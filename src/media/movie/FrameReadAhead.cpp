@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "render/export/FrameReadAhead.h"
+#include "media/movie/FrameReadAhead.h"
 
 #include "platform/Log.h"
 

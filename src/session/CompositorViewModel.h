@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "analysis/DetectionServices.h"
+#include "media/VideoPlayerService.h"
+#include "session/CompositeTimeline.h"
+#include "session/FrameRateFamily.h"
+#include "session/PublishedFields.h"
+#include "session/SessionEnvironment.h"
+#include "session/StepEditSnapshot.h"
+
+namespace zumeta {
+
+/// The session: the one object that holds the work in progress and carries out every action of the user. Surfaces read
+/// its fields and call its operations. Main thread. What waits runs in tasks that begin in a later turn and end
+/// silently when something newer has taken their place.
+class CompositorViewModel final : public PublishedFields {
+    Q_OBJECT
+    Q_PROPERTY(WorkflowStep currentStep READ currentStep WRITE setCurrentStep NOTIFY currentStepChanged FINAL)
+    Q_PROPERTY(double aboveZoom READ aboveZoom WRITE setAboveZoom NOTIFY changed FINAL)
+    Q_PROPERTY(double timingOffset READ timingOffset WRITE setTimingOffset NOTIFY changed FINAL)
+    Q_PROPERTY(double blendAmount READ blendAmount WRITE setBlendAmount NOTIFY changed FINAL)
+    Q_PROPERTY(double relativeWaterlineHeight READ relativeWaterlineHeight WRITE setRelativeWaterlineHeight NOTIFY
+                   changed FINAL)
+    Q_PROPERTY(double relativeAboveOffset READ relativeAboveOffset WRITE setRelativeAboveOffset NOTIFY changed FINAL)
+    Q_PROPERTY(double relativeAboveHorizontalOffset READ relativeAboveHorizontalOffset WRITE
+                   setRelativeAboveHorizontalOffset NOTIFY changed FINAL)
+    Q_PROPERTY(double effectiveExportDuration READ effectiveExportDuration NOTIFY changed FINAL)
+    Q_PROPERTY(double activePlaybackRate READ activePlaybackRate NOTIFY changed FINAL)
+    Q_PROPERTY(std::optional<FileUrl> currentVideoURL READ currentVideoURL NOTIFY changed FINAL)
+    Q_PROPERTY(std::optional<double> currentManualSyncTime READ currentManualSyncTime NOTIFY changed FINAL)
+    Q_PROPERTY(bool canExport READ canExport NOTIFY changed FINAL)
+    Q_PROPERTY(bool showDropZoneAboveHighlight READ showDropZoneAboveHighlight NOTIFY changed FINAL)
+    Q_PROPERTY(bool showDropZoneBelowHighlight READ showDropZoneBelowHighlight NOTIFY changed FINAL)
+    Q_PROPERTY(bool showTimelineHighlight READ showTimelineHighlight NOTIFY changed FINAL)
+    Q_PROPERTY(bool showMarkButtonHighlight READ showMarkButtonHighlight NOTIFY changed FINAL)
+    Q_PROPERTY(bool showTapAreaHighlight READ showTapAreaHighlight NOTIFY changed FINAL)
+public:
+    using CameraType = zumeta::CameraType;
+    using FrameRateFamily = zumeta::FrameRateFamily;
+    using ExportNotification = zumeta::ExportNotification;
+
+    explicit CompositorViewModel(SessionEnvironment environment);
+    ~CompositorViewModel() override;
+
+    // What follows from the fields.
+    double effectiveExportDuration() const; ///< seconds
+    double activePlaybackRate() const;
+    std::optional<FileUrl> currentVideoURL() const;
+    std::optional<double> currentManualSyncTime() const;
+    bool canExport() const; ///< one video is enough
+    QString defaultOutputFilenameBase() const;
+    bool showDropZoneAboveHighlight() const;
+    bool showDropZoneBelowHighlight() const;
+    bool showTimelineHighlight() const;
+    bool showMarkButtonHighlight() const;
+    bool showTapAreaHighlight() const;
+
+    // The adjustable values. The relative ones are corrections to what the waterline pick gave.
+    double aboveZoom() const { return projectConfig().aboveZoom; }
+    void setAboveZoom(double value);
+    double timingOffset() const { return projectConfig().timingOffset; }
+    void setTimingOffset(double value);
+    double blendAmount() const { return projectConfig().blendAmount; }
+    void setBlendAmount(double value);
+    double relativeWaterlineHeight() const;
+    void setRelativeWaterlineHeight(double value);
+    double relativeAboveOffset() const;
+    void setRelativeAboveOffset(double value);
+    double relativeAboveHorizontalOffset() const;
+    void setRelativeAboveHorizontalOffset(double value);
+
+    VideoPlayerService& abovePlayerService() { return *m_playerServices.above; }
+    VideoPlayerService& belowPlayerService() { return *m_playerServices.below; }
+    ProxyService& proxyService() { return m_proxyService; }
+    /// Both players can be asked for their pictures of one moment of it.
+    const PlaybackClock& playbackClock() const { return m_environment.playbackClock; }
+    bool shouldShowWatermark() const { return m_shouldShowWatermark; }
+    const StepEditStack& stepEditUndoStack() const { return m_stepEditUndoStack; }
+    const StepEditStack& stepEditRedoStack() const { return m_stepEditRedoStack; }
+
+public Q_SLOTS:
+    // Workflow.
+    /// The change of step runs for an equal step too.
+    void setCurrentStep(WorkflowStep step);
+    void markStep3OnboardingInteracted();
+    void clearAboveVideo() { clearVideo(Side::above); }
+    void clearBelowVideo() { clearVideo(Side::below); }
+    void resetAboveStepOnly();
+    void resetBelowStepOnly();
+    void resetStep3AdjustmentValues();
+    void resetProject();
+
+    // Video admission. One file, or the ordered chapters of one recording.
+    void loadAboveVideo(const std::vector<zumeta::FileUrl>& urls) { loadVideo(Side::above, urls); }
+    void loadBelowVideo(const std::vector<zumeta::FileUrl>& urls) { loadVideo(Side::below, urls); }
+
+    // Transport.
+    void play();
+    void pause();
+    void togglePlayback();
+    /// What the shortcut does: it also counts as taking part in the guide.
+    void togglePlayPause();
+    /// `precise` lands on the frame, otherwise on a key frame nearby.
+    void seek(double time, bool precise);
+    void step(int frames);
+    void adjustPlaybackRate(bool faster);
+    void toggleStep3SlowPlayback();
+    void rebuildPreviewForTimingChange();
+
+    // Sync and alignment.
+    void toggleAboveLock() { toggleLock(Side::above); }
+    void toggleBelowLock() { toggleLock(Side::below); }
+    void markAboveSync() { markSync(Side::above); }
+    void markBelowSync() { markSync(Side::below); }
+    void restoreManualSyncTimes(const zumeta::VideoCompositionConfig& config);
+    /// A click on the water surface: its height in the picture, 0 at the bottom. Takes effect in a later turn, and none
+    /// when no pick is open by then.
+    void onPickWaterline(double y);
+    /// The pointer's height over the picture, or nothing outside it.
+    void onHover(std::optional<double> y);
+
+private:
+    // Workflow.
+    void stepChanged(WorkflowStep oldStep);
+    void enterSideStep(Side side, WorkflowStep oldStep);
+    void enterStep3(WorkflowStep oldStep);
+    void enterStep4(WorkflowStep oldStep);
+    void clearVideo(Side side);
+    void resetSideOnly(Side side, WorkflowStep step);
+    void setStartTime(Side side, double seconds);
+    void setAlignmentState(AlignmentState state);
+    bool isCompositeStep() const { return m_fields.currentStep >= WorkflowStep::step3; }
+    /// The side that the step works on; absent in Steps 3 and 4.
+    std::optional<Side> stepSide() const;
+
+    // Bindings.
+    void setupBindings();
+    void bindPlayer(Side side);
+    void bindNotifications();
+    void observe(const QString& name, void (CompositorViewModel::*handler)(const QVariantMap&));
+    void post(void (CompositorViewModel::*work)());
+    void stepFramesRequested(const QVariantMap& userInfo);
+    void markSyncPointRequested(const QVariantMap& userInfo);
+    void togglePlaybackRequested(const QVariantMap& userInfo);
+    void pauseRequested(const QVariantMap& userInfo);
+    void adjustPlaybackRateRequested(const QVariantMap& userInfo);
+
+    // Video admission.
+    void loadVideo(Side side, const std::vector<FileUrl>& urls);
+    std::optional<VideoAsset>& videoAsset(Side side);
+    bool isCurrentLoad(Side side, const QUuid& requestID) const { return m_loadRequestID[side] == requestID; }
+    Task<> checkAndLoad(Side side, std::vector<FileUrl> urls, FileUrl otherURL, QUuid requestID);
+    Task<> performLoad(Side side, std::vector<FileUrl> urls, QUuid requestID);
+    Task<bool> loadIntoPlayer(Side side, std::vector<FileUrl> urls, QUuid requestID);
+    void startProxy(Side side, const FileUrl& url, const QUuid& requestID);
+    void takeProxy(Side side, const FileUrl& source, const FileUrl& proxy, const QUuid& requestID);
+    void lookAtShape(Side side, const VideoTrack& track);
+    void finishLoad(Side side);
+    Task<> showErrorAlert(QString titleKey, QString messageKey);
+    Task<bool> showConfirmationAlert(QString titleKey, QString messageKey);
+    void retainSecurityScopedAccess(const std::vector<FileUrl>& urls);
+    void releaseSecurityScopedResources();
+
+    // Transport.
+    CompositeTimeline compositeTimeline() const;
+    void updateDuration();
+    bool isLockedInItsOwnStep() const;
+    void playComposite();
+    void seekPlayer(Side side, double mediaTime, SeekTolerance tolerance);
+    void seekIfAway(Side side, double mediaTime);
+    void seekComposite(double time, SeekTolerance tolerance);
+    void setPlayerRate(Side side, double rate);
+    bool standsAtAnEnd(Side side) const;
+    void bringSidesTogether();
+    void holdSidesAtAnEnd();
+    void timeReported(Side side, double seconds);
+    void compositeTimeReported(double belowMediaTime);
+    void loopStep3(double compositeTime);
+    void keepInsideTrimRange();
+    void guardTrimLoopFor(double seconds);
+    void readBackSteppedTime();
+
+    // Sync and alignment.
+    void toggleLock(Side side);
+    void markSync(Side side);
+    void takeWaterlinePick(double y);
+
+    VideoPlayerService& playerService(Side side) { return *m_playerServices[side]; }
+    const VideoPlayerService& playerService(Side side) const { return *m_playerServices[side]; }
+    Player& player(Side side) { return playerService(side).player(); }
+
+    SessionEnvironment m_environment;
+    std::vector<FileUrl> m_securityScopedURLs;
+    Sides<QUuid> m_loadRequestID; ///< of the newest load of each side
+    bool m_isSeekingForTrimLoop = false;
+    StepEditStack m_stepEditUndoStack;
+    StepEditStack m_stepEditRedoStack;
+    bool m_isRestoringStepEditSnapshot = false;
+    bool m_shouldShowWatermark = false;
+    Sides<std::unique_ptr<VideoPlayerService>> m_playerServices;
+    ProxyService m_proxyService;
+    ClapDetectionService m_clapDetectionService;
+    MotionStartDetectionService m_motionStartDetectionService;
+    MotionAnalysisService m_motionAnalysisService;
+    bool m_isRestoringProjectStep = false; ///< while the opening of a project assigns the step
+
+    /// What Step 3's relative values are counted from; reference units.
+    struct Bases {
+        double waterlineHeight = 0;
+        double aboveOffset = 0;
+        double aboveHorizontalOffset = 0;
+        double verticalOffset = 0; ///< kept with the others; nothing reads it
+    };
+    Bases m_bases;
+
+    /// The rate that both sides were given together in Steps 3 and 4; 0 when they were not.
+    double m_compositeRate = 0;
+};
+
+}
