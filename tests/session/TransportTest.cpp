@@ -96,6 +96,19 @@ TEST_F(SideTransport, ReportsWhilePausedAreIgnored)
     EXPECT_EQ(session->abovePlayerService().currentTime(), 20);
 }
 
+TEST_F(SideTransport, TheOtherVideosReportsDoNotMoveThePlayhead)
+{
+    session->seek(20, true);
+    session->play();
+    session->setCurrentStep(WorkflowStep::step2);
+    session->play();
+    advance(1);
+    EXPECT_NEAR(session->currentTime(), 1, kReport);
+    session->setCurrentStep(WorkflowStep::step1);
+    advance(1);
+    EXPECT_NEAR(session->currentTime(), 22, kReport);
+}
+
 TEST_F(SideTransport, TheIntentionStaysWhenTheVideoEnds)
 {
     session->seek(59.5, true);
