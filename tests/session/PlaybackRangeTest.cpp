@@ -159,6 +159,65 @@ TEST_F(StepThreeLoop, TurningRoundJustBehindTheBeginningKeepsTheSidesTogether)
     }
 }
 
+// Both beginnings lie between two reports.
+TEST_F(StepThreeLoop, TurningRoundBehindBothBeginningsKeepsTheSidesTogether)
+{
+    edit([](VideoCompositionConfig& config) { config.timingOffset = -580; });
+    session->rebuildPreviewForTimingChange();
+    for (const double late : {0.0162, 0.2, 1.0}) {
+        session->seek(0.3, true);
+        advance(0.1);
+        while (below().rate() != -32)
+            session->adjustPlaybackRate(false);
+        advance(late);
+        ASSERT_EQ(above().rate(), 0);
+        ASSERT_EQ(below().rate(), 0);
+        session->adjustPlaybackRate(true);
+        advance(3);
+        EXPECT_NEAR(above().secondsNow() - 0.2, below().secondsNow(), 1e-4) << late;
+        session->pause();
+    }
+}
+
+struct ShorterProxies : SessionTest {
+    ShorterProxies() { enterComposite(WorkflowStep::step3, {30, 0}, {30, 0}); }
+    static MediaComposition shorter()
+    {
+        return MediaComposition(FakeVideo{.duration = 29.8}.asset(FileUrl("/proxies/short.mp4")));
+    }
+};
+
+TEST_F(ShorterProxies, OfTheBelowVideoEndTheLoopAllTheSame)
+{
+    below().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->seek(29, true);
+    session->play();
+    advance(2);
+    EXPECT_NEAR(session->currentTime(), 1.2, 2 * kReport);
+    EXPECT_NEAR(above().secondsNow(), below().secondsNow(), 1e-4);
+}
+
+TEST_F(ShorterProxies, OfTheAboveVideoLeaveTheLoopRunning)
+{
+    above().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->seek(29, true);
+    session->play();
+    advance(2);
+    EXPECT_NEAR(session->currentTime(), 1.05, 2 * kReport);
+    EXPECT_NEAR(above().secondsNow(), below().secondsNow(), 1e-4);
+}
+
+TEST_F(ShorterProxies, OfTheBelowVideoEndTheRangeAllTheSame)
+{
+    below().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->setCurrentStep(WorkflowStep::step4);
+    session->seek(29, true);
+    session->play();
+    advance(2);
+    EXPECT_FALSE(session->isPlaying());
+    EXPECT_EQ(session->currentTime(), 30);
+}
+
 struct OneVideoRunsAlone : StepThreeLoop {
     OneVideoRunsAlone()
     {
