@@ -52,6 +52,9 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
     m_codec = openDecoder(*m_stream, options, name);
     // AVI has no presentation times: what libav guesses cannot tell a late frame from a missing one.
     m_timeStampsAreReal = std::string_view(m_demuxer.format().iformat->name) != "avi";
+    if (std::string_view(m_demuxer.format().iformat->name).starts_with("mov") && m_stream->avg_frame_rate.num > 0)
+        m_indexLag =
+            m_stream->codecpar->video_delay * av_rescale_q(1, av_inv_q(m_stream->avg_frame_rate), m_stream->time_base);
     m_demuxer.select(m_stream);
     if (start > 0)
         enter(start);
@@ -112,8 +115,8 @@ void VideoDecoder::enter(double start)
 
 std::optional<double> VideoDecoder::entryPointFor(double start) const
 {
-    const std::optional<int64_t> entry = Demuxer::indexedSyncSample(m_stream, timeStampFor(start));
-    return entry ? std::optional(onFileClock(*entry).seconds()) : std::nullopt;
+    const std::optional<int64_t> entry = Demuxer::indexedSyncSample(m_stream, timeStampFor(start) - m_indexLag);
+    return entry ? std::optional(onFileClock(*entry + m_indexLag).seconds()) : std::nullopt;
 }
 
 MediaTime VideoDecoder::onFileClock(int64_t timeStamp) const

@@ -52,6 +52,7 @@ private:
     std::stop_token m_interrupt;
     MediaTime m_timeShift;
     double m_pixelAspect = 1;
+    int64_t m_indexLag = 0; ///< by which a sync sample's place in the index, its decoding time, is before its showing
     bool m_timeStampsAreReal = true;
     bool m_flushing = false;
     bool m_ended = false;

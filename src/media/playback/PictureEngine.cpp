@@ -16,9 +16,6 @@ using std::chrono::milliseconds;
 constexpr milliseconds kQuietBeforeReadingAhead{25};
 /// With targets that move faster than frames are decoded, a new picture appears at least this often.
 constexpr milliseconds kLongestWithoutPicture{40};
-constexpr size_t kFewestFrames = 6; ///< in the cache, however large they are
-/// Pictures that are larger than usual get room for a group of them, within bounds.
-constexpr size_t kGroupFrames = 18;
 constexpr int kMostFutileSeeks = 3;
 
 int threadsThatPay(int wanted)
@@ -30,9 +27,9 @@ int threadsThatPay(int wanted)
 }
 
 PictureEngine::PictureEngine(size_t cacheBytes, int frameThreads, Listener listener)
-    : m_cacheBytes(cacheBytes)
-    , m_frameThreads(threadsThatPay(frameThreads))
+    : m_frameThreads(threadsThatPay(frameThreads))
     , m_listener(std::move(listener))
+    , m_store(cacheBytes)
 {}
 
 PictureEngine::~PictureEngine()
@@ -43,19 +40,11 @@ PictureEngine::~PictureEngine()
 
 uint64_t PictureEngine::setItem(std::optional<PlayerItem> item, ItemChange change, const PictureDemand& demand)
 {
-    FrameCache dropped; // goes when the lock has gone
-    FrameCache alsoDropped;
+    PictureStore::Dropped dropped; // goes when the lock has gone
     const Lock lock(m_mutex);
     m_itemStop.request_stop();
     m_itemStop = {};
-    if (change == ItemChange::keepsTime && item)
-        keepForLater();
-    else
-        std::swap(dropped, m_retired);
-    std::swap(alsoDropped, m_cache);
-    m_told.reset();
-    m_landing.reset();
-    m_demand = demand;
+    m_store.changeItem(item ? change : ItemChange::startsOver, demand, dropped);
     m_nextItem = std::move(item);
     m_itemIsNew = true;
     m_hasNews = true;
@@ -65,109 +54,47 @@ uint64_t PictureEngine::setItem(std::optional<PlayerItem> item, ItemChange chang
     return ++m_item;
 }
 
-void PictureEngine::keepForLater()
-{
-    if (m_cache.isEmpty())
-        return; // what an earlier change kept still serves
-    std::swap(m_retired, m_cache);
-    m_retired.shrink(m_cacheBytes / 2, m_demand.seconds, m_demand.rate);
-}
-
 void PictureEngine::setDemand(const PictureDemand& demand)
 {
     {
         const Lock lock(m_mutex);
-        if (demand == m_demand)
+        if (demand == m_store.demand())
             return;
-        if (demand.seek != m_demand.seek || demand.rate != 0)
-            m_landing.reset();
-        m_demand = demand;
-        if (demand.rate == 0 && !m_cache.pick(demand.seconds).isExact)
+        m_store.setDemand(demand);
+        if (demand.rate == 0 && !m_store.hasExactPicture())
             m_readAheadFrom = std::chrono::steady_clock::now() + kQuietBeforeReadingAhead;
         m_hasNews = true;
         m_wake.notify_all();
-        if (!pictureHasChanged())
+        if (!m_store.takeChange())
             return;
     }
     m_listener.pictureChanged();
 }
 
-double PictureEngine::pictureTime() const
-{
-    return m_landing.value_or(m_demand.seconds);
-}
-
 std::optional<ShownPicture> PictureEngine::pictureAt(double seconds)
 {
-    FrameCache dropped;
+    PictureStore::Dropped dropped;
     const Lock lock(m_mutex);
-    const double time = m_landing.value_or(seconds);
-    const FrameCache::Pick pick = m_cache.pick(time);
-    const FrameCache::Pick old = m_retired.pick(time);
-    const auto distance = [time](const FrameCache::Frame& frame) { return std::abs(frame.begin.seconds() - time); };
-    if (old.frame && !pick.isExact && (!pick.frame || distance(*old.frame) <= distance(*pick.frame)))
-        return ShownPicture{*old.frame->picture, old.frame->presentationTime, false};
-    if (!pick.frame)
-        return std::nullopt;
-    std::swap(dropped, m_retired);
-    const bool hasLanded = m_demand.tolerance == SeekTolerance::zero || m_demand.rate != 0 || m_landing;
-    return ShownPicture{*pick.frame->picture, pick.frame->presentationTime, pick.isExact && hasLanded};
-}
-
-/// Whether a standing player, or one that had nothing to show, has something else to show than was told last.
-bool PictureEngine::pictureHasChanged()
-{
-    const FrameCache::Pick pick = m_cache.pick(pictureTime());
-    if (!pick.frame || (m_demand.rate != 0 && m_told))
-        return false;
-    const Told now{pick.frame->begin, pick.isExact};
-    return std::exchange(m_told, now) != now;
-}
-
-size_t PictureEngine::budget() const
-{
-    const size_t group = std::min(kGroupFrames * m_frameBytes, m_cacheBytes / 2 * 5);
-    const size_t whole = std::max({m_cacheBytes, group, kFewestFrames * m_frameBytes});
-    return whole - std::min(m_retired.bytes(), whole / 2);
-}
-
-DecodeSituation PictureEngine::situation() const
-{
-    DecodeSituation situation;
-    situation.playhead = pictureTime();
-    situation.rate = m_demand.rate;
-    situation.covered = m_cache.stretchAround(situation.playhead);
-    situation.frameLength = m_cursor->frameLength();
-    situation.itemEnd = m_itemEnd;
-    if (m_frameBytes == 0)
-        return situation;
-    situation.framesInBudget = int(std::min(budget() / m_frameBytes, size_t(100000)));
-    if (situation.covered) {
-        const double reach = situation.framesInBudget * situation.frameLength;
-        const double from = situation.rate < 0 ? situation.covered->begin - reach : situation.playhead;
-        const double to = situation.rate < 0 ? situation.playhead : situation.covered->end;
-        situation.framesWanted = int(m_cache.bytesBetween(from, to) / m_frameBytes);
-    }
-    return situation;
+    return m_store.pictureAt(seconds, dropped);
 }
 
 std::optional<DecodeNeed> PictureEngine::need() const
 {
     if (!m_cursor)
         return std::nullopt;
-    const bool landsOnKeyFrame = m_demand.tolerance == SeekTolerance::infinite && m_demand.rate == 0;
-    if (landsOnKeyFrame && !m_landing)
-        return DecodeNeed{m_demand.seconds, true};
-    if (m_demand.rate > 0 && pace() == Pace::passingOver)
+    if (m_store.awaitsLanding())
+        return DecodeNeed{m_store.demand().seconds, true};
+    if (m_store.demand().rate > 0 && pace() == Pace::passingOver)
         return needWithHoles();
-    return nextNeed(situation());
+    return nextNeed(m_store.situation(m_cursor->frameLength(), m_itemEnd));
 }
 
 std::optional<DecodeNeed> PictureEngine::needWithHoles() const
 {
     // What was passed over is not waited for.
-    const double reach = situation().framesInBudget / 2.0 * m_cursor->frameLength();
-    const double playhead = m_demand.seconds;
+    const double frameLength = m_cursor->frameLength();
+    const double reach = m_store.situation(frameLength, m_itemEnd).framesInBudget / 2.0 * frameLength;
+    const double playhead = m_store.playhead();
     const std::optional<double> position = m_cursor->position();
     if (!position || *position < playhead || *position > playhead + 2 * reach)
         return DecodeNeed{playhead, true};
@@ -200,8 +127,10 @@ void PictureEngine::openItem(Lock& lock)
     m_itemIsNew = false;
     m_job.reset();
     m_futileSeeks = 0;
-    m_frameBytes = 0;
     m_decodeSeconds = 0;
+    m_isHopping = false;
+    m_lastHop.reset();
+    m_lastEntry.reset();
     const std::optional<PlayerItem> item = std::exchange(m_nextItem, std::nullopt);
     const uint64_t number = m_item;
     const std::stop_token stop = m_itemStop.get_token();
@@ -259,15 +188,15 @@ bool PictureEngine::owesPicture() const
 
 Pace PictureEngine::pace() const
 {
-    if (m_demand.rate == 0 || m_decodeSeconds == 0)
+    if (m_store.demand().rate == 0 || m_decodeSeconds == 0)
         return Pace::everyFrame;
     const double frameLength = m_cursor->frameLength();
     std::optional<double> spacing;
-    if (const auto entry = m_cursor->entryPointFor(m_demand.seconds)) {
+    if (const auto entry = m_cursor->entryPointFor(m_store.demand().seconds)) {
         const auto before = m_cursor->entryPointFor(*entry - frameLength / 2);
         spacing = before ? std::optional(std::max(*entry - *before, frameLength)) : std::nullopt;
     }
-    return paceFor(m_demand.rate, frameLength, m_decodeSeconds, spacing);
+    return paceFor(m_store.demand().rate, frameLength, m_decodeSeconds, spacing);
 }
 
 bool PictureEngine::hop(Lock& lock)
@@ -276,7 +205,8 @@ bool PictureEngine::hop(Lock& lock)
         advanceCursor(lock);
         return true;
     }
-    while (const auto next = nextHop(m_demand.seconds, m_demand.rate, m_cursor->frameLength(), m_lastHop)) {
+    while (const auto next =
+               nextHop(m_store.demand().seconds, m_store.demand().rate, m_cursor->frameLength(), m_lastHop)) {
         m_lastHop = next;
         if (*next < 0 || *next > m_itemEnd)
             return false;
@@ -298,8 +228,8 @@ double PictureEngine::passOverBefore(const DecodeNeed& need) const
 {
     constexpr double kAll = std::numeric_limits<double>::infinity();
     constexpr int kMargin = 3; // frames; uneven ones may still last longer
-    if (m_demand.rate != 0)
-        return m_demand.rate > 0 && pace() == Pace::passingOver ? kAll : -kAll;
+    if (m_store.demand().rate != 0)
+        return m_store.demand().rate > 0 && pace() == Pace::passingOver ? kAll : -kAll;
     return need.isUrgent && m_futileSeeks == 0 ? need.target - kMargin * m_cursor->frameLength() : -kAll;
 }
 
@@ -321,13 +251,12 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
     const std::optional<DecodeNeed> next = need();
     if (!next)
         return false;
-    if (!next->isUrgent && m_demand.rate == 0 && std::chrono::steady_clock::now() < m_readAheadFrom) {
+    if (!next->isUrgent && m_store.demand().rate == 0 && std::chrono::steady_clock::now() < m_readAheadFrom) {
         m_wake.wait_until(lock, stop, m_readAheadFrom, [this] { return m_hasNews; });
         return true;
     }
-    const bool lands = m_demand.tolerance == SeekTolerance::infinite && m_demand.rate == 0 && !m_landing;
-    const bool isOnItsWay = lands ? m_jobIsLanding && m_jobSeek == m_demand.seek && m_cursor->position().has_value()
-                                  : mayBeReachedOnward(*next);
+    const bool lands = m_store.awaitsLanding();
+    const bool isOnItsWay = lands ? isLanding() && m_cursor->position() : mayBeReachedOnward(*next);
     if (isOnItsWay || owesPicture()) {
         if (isOnItsWay) {
             m_job = next;
@@ -337,7 +266,7 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
         return true;
     }
     m_jobIsLanding = lands;
-    m_jobSeek = m_demand.seek;
+    m_jobSeek = m_store.demand().seek;
     seekCursor(*next, lock);
     return true;
 }
@@ -358,12 +287,8 @@ void PictureEngine::seekCursor(const DecodeNeed& need, Lock& lock)
     m_futileSeeks = m_job && m_job->target == need.target ? m_futileSeeks + 1 : 0;
     m_job = need;
     if (m_futileSeeks > kMostFutileSeeks) {
-        // Time stamps that contradict one another: what does not come stays as it is.
-        const MediaTime begin = MediaTime::nearest(need.target, kSeekTimescale);
-        m_cache.put({begin, begin + MediaTime{1, 30}, begin, std::nullopt});
+        m_store.giveUp(need.target); // time stamps that contradict one another
         m_job.reset();
-        if (m_jobIsLanding)
-            m_landing = m_demand.seconds;
         return;
     }
     m_hasPictureSinceSeek = false;
@@ -392,33 +317,27 @@ void PictureEngine::advanceCursor(Lock& lock)
         return;
     for (FrameNews& one : news)
         accept(std::move(one));
-    if (!pictureHasChanged())
+    if (!m_store.takeChange())
         return;
     lock.unlock();
     m_listener.pictureChanged();
     lock.lock();
 }
 
+bool PictureEngine::isLanding() const
+{
+    return m_jobIsLanding && m_jobSeek == m_store.demand().seek && m_store.awaitsLanding();
+}
+
 void PictureEngine::accept(FrameNews&& news)
 {
-    if (news.kind == FrameNews::Kind::end) {
-        m_cache.setEnd(news.begin, news.end);
-        return;
-    }
-    const bool landing = m_jobIsLanding && m_jobSeek == m_demand.seek && !m_landing;
-    if (landing && frameHasBegun(news.begin, m_demand.seconds))
-        m_landing = news.picture ? std::max(news.begin.seconds(), 0.0) : m_demand.seconds;
+    if (news.kind != FrameNews::Kind::end && isLanding() && frameHasBegun(news.begin, m_store.demand().seconds))
+        m_store.land(news.picture ? std::max(news.begin.seconds(), 0.0) : m_store.demand().seconds);
     if (news.picture) {
         m_hasPictureSinceSeek = true;
         m_lastPicture = std::chrono::steady_clock::now();
-        m_frameBytes = FrameCache::bytesOf(*news.picture);
-        if (m_job && news.end && news.end->seconds() < m_job->keepFrom)
-            return;
     }
-    m_cache.put({news.begin, news.end, news.presentationTime, std::move(news.picture)});
-    m_cache.shrink(budget(), pictureTime(), m_demand.rate);
-    if (!m_retired.isEmpty() && m_cache.pick(pictureTime()).isExact)
-        m_retired.clear();
+    m_store.accept(std::move(news), m_job ? m_job->keepFrom : -std::numeric_limits<double>::infinity());
 }
 
 }

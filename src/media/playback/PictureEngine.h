@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-#include "media/movie/FrameCursor.h"
-#include "media/playback/DecodePlan.h"
-#include "media/playback/FrameCache.h"
-#include "media/playback/Player.h"
+#include "media/playback/PictureStore.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -12,16 +9,6 @@
 #include <thread>
 
 namespace zumeta {
-
-/// What a player has to show.
-struct PictureDemand {
-    double seconds = 0; ///< on the item's clock
-    double rate = 0;
-    SeekTolerance tolerance = SeekTolerance::zero; ///< of the newest seek, for a player that stands
-    uint64_t seek = 0;                             ///< a number of its own for every seek
-
-    friend bool operator==(const PictureDemand&, const PictureDemand&) = default;
-};
 
 /// Decodes the pictures of one player on a thread of its own, which starts with the first item and sleeps while all is
 /// there that may be needed soon. Called on the main thread.
@@ -49,38 +36,25 @@ private:
     using Lock = std::unique_lock<std::mutex>;
     using Instant = std::chrono::steady_clock::time_point;
 
-    struct Told {
-        MediaTime begin;
-        bool isExact = false;
-        friend bool operator==(const Told&, const Told&) = default;
-    };
-
-    // With m_mutex held.
-    double pictureTime() const;
-    void keepForLater();
-    bool pictureHasChanged();
-    std::optional<DecodeNeed> need() const;
-    std::optional<DecodeNeed> needWithHoles() const;
-    DecodeSituation situation() const;
-    void accept(FrameNews&& news);
-    size_t budget() const;
-
     // Decode thread.
     void run(const std::stop_token& stop);
     void openItem(Lock& lock);
     std::unique_ptr<FrameCursor> cursorFor(const PlayerItem& item, uint64_t number, const std::stop_token& stop);
+    std::optional<DecodeNeed> need() const;
+    std::optional<DecodeNeed> needWithHoles() const;
     bool workOnNeed(Lock& lock, const std::stop_token& stop);
     bool mayBeReachedOnward(const DecodeNeed& need) const;
     bool owesPicture() const;
     void seekCursor(const DecodeNeed& need, Lock& lock);
     void advanceCursor(Lock& lock);
+    bool isLanding() const;
+    void accept(FrameNews&& news);
     bool hop(Lock& lock);
     Pace pace() const;
     double passOverBefore(const DecodeNeed& need) const;
     void setPassingOver(double end);
     void measure(std::chrono::duration<double> spent, size_t pictures);
 
-    const size_t m_cacheBytes;
     const int m_frameThreads;
     const Listener m_listener;
 
@@ -92,13 +66,8 @@ private:
     bool m_itemIsNew = false;
     std::optional<PlayerItem> m_nextItem;
     std::stop_source m_itemStop;
-    PictureDemand m_demand;
-    Instant m_readAheadFrom;         ///< not before: another seek may follow at once
-    std::optional<double> m_landing; ///< the key frame of a seek that asked for no more
-    FrameCache m_cache;
-    FrameCache m_retired; ///< the same recording from another file, until this one's pictures are there
-    size_t m_frameBytes = 0;
-    std::optional<Told> m_told;
+    PictureStore m_store;
+    Instant m_readAheadFrom; ///< not before: another seek may follow at once
 
     // Decode thread only.
     std::unique_ptr<FrameCursor> m_cursor;
