@@ -2,6 +2,7 @@
 """Measures the making of a proxy against the best general command at the same settings, and what finding one costs."""
 import argparse
 import datetime
+import itertools
 import shlex
 import shutil
 import statistics
@@ -23,7 +24,8 @@ WALL_GOAL = 0.93
 REAL_TIME_GOAL = 1.7
 HIT_GOAL = 20  # milliseconds
 HITS = 50
-MOST_RIVALS = 3  # that are measured as often as we are
+RIVALS_OF_A_KIND = 2  # that are measured as often as we are
+WITHOUT_FILTER = ", no loop filter"
 # A proxy is made behind everything else; whatever else runs must hold back all commands alike.
 PRIORITY = ["nice", "-n", "10"]
 
@@ -35,16 +37,17 @@ def general_commands(source, output):
     filters = subprocess.run(["ffmpeg", "-v", "error", "-filters"], check=True, capture_output=True, text=True).stdout
     if " zscale " in filters:
         scalers["zimg bilinear"] = "zscale=1280:720:filter=bilinear"
-    threads = {"": ([], []), ", 2 and 1 threads": (["-threads", 2], ["-threads", 1]),
-               ", 2 and 2 threads": (["-threads", 2], ["-threads", 2])}
+    threads = {"": ([], []), ", 2 and 2 threads": (["-threads", 2], ["-threads", 2])}
+    # We skip the decoder's loop filter where the picture is made smaller: the rival may do so as well.
+    filtering = {"": [], WITHOUT_FILTER: ["-skip_loop_filter", "all"]}
     commands = {}
-    for scaler, words in scalers.items():
-        for note, (decoding, encoding) in threads.items():
-            commands[f"{scaler}{note}"] = [
-                *PRIORITY, "ffmpeg", "-v", "error", "-nostdin", "-y", *decoding, "-skip_loop_filter", "all",
-                "-i", source, "-map", "0:v:0", "-map", "0:a:0?", "-vf", words, "-pix_fmt", "yuv420p",
-                "-c:v", "libx264", "-preset", "ultrafast", "-tune", "fastdecode", "-crf", 28, "-g", 1, "-bf", 0,
-                *encoding, "-c:a", "aac", "-ar", 44100, "-ac", 2, "-b:a", "128k", "-movflags", "+faststart", output]
+    for (scaler, words), (note, (decoding, encoding)), (filtered, skipping) in itertools.product(
+            scalers.items(), threads.items(), filtering.items()):
+        commands[f"{scaler}{note}{filtered}"] = [
+            *PRIORITY, "ffmpeg", "-v", "error", "-nostdin", "-y", *decoding, *skipping,
+            "-i", source, "-map", "0:v:0", "-map", "0:a:0?", "-vf", words, "-pix_fmt", "yuv420p",
+            "-c:v", "libx264", "-preset", "ultrafast", "-tune", "fastdecode", "-crf", 28, "-g", 1, "-bf", 0,
+            *encoding, "-c:a", "aac", "-ar", 44100, "-ac", 2, "-b:a", "128k", "-movflags", "+faststart", output]
     return commands
 
 
@@ -63,7 +66,7 @@ def measure_kind(kind, options):
         measure.run(ours, LOG)  # not counted: it warms the file cache
         say(f"{kind.name}: {len(commands)} general commands, once each")
         first = {name: measure.run(command, LOG) for name, command in commands.items()}
-        rivals = sorted(first, key=lambda name: first[name].wall)[:MOST_RIVALS]
+        rivals = [name for skips in (False, True) for name in best_of(first, skips)[:RIVALS_OF_A_KIND]]
         jobs = {"ours": (ours, None)} | {name: (commands[name], output) for name in rivals}
         costs = measure.in_turn(jobs, options.runs, LOG)
         hits = hit_milliseconds(options.command, source, folder)
@@ -72,6 +75,12 @@ def measure_kind(kind, options):
     finally:
         shutil.rmtree(folder, ignore_errors=True)
         output.unlink(missing_ok=True)
+
+
+def best_of(costs, skips_filter):
+    """Names of the general commands that skip the loop filter, or that do not, the fastest first."""
+    names = [name for name in costs if name != "ours" and name.endswith(WITHOUT_FILTER) == skips_filter]
+    return sorted(names, key=lambda name: costs[name].wall)
 
 
 def hit_milliseconds(program, source, folder):
@@ -90,17 +99,18 @@ def tables(results):
                           f"{cost.cpu:.2f}", f"{length / cost.wall:.2f}", f"{cost.peak:.0f}"])
         for name, cost in result["first"].items():
             tried.append([kind.name, name, f"{cost.wall:.2f}", f"{cost.cpu:.2f}"])
-        best = min(costs[name].wall for name in result["rivals"])
-        ratio, real_time = costs["ours"].wall / best, length / costs["ours"].wall
-        goals.append([kind.name, "wall, ours over the best general command", f"{ratio:.3f}", f"at most {WALL_GOAL}",
-                      report.verdict(ratio, WALL_GOAL)])
+        real_time = length / costs["ours"].wall
+        for skips, what in ((False, "the best general command"), (True, "the best one without the loop filter")):
+            ratio = costs["ours"].wall / costs[best_of(costs, skips)[0]].wall
+            goals.append([kind.name, f"wall, ours over {what}", f"{ratio:.3f}", f"at most {WALL_GOAL}",
+                          report.verdict(ratio, WALL_GOAL)])
         if kind is sources.FULL_HD:
             goals.append([kind.name, "times real time", f"{real_time:.2f}", f"at least {REAL_TIME_GOAL}",
                           "met" if real_time >= REAL_TIME_GOAL else f"missed by {REAL_TIME_GOAL - real_time:.2f}"])
         hits = result["hits"]
-        worst = hits[-1]
-        goals.append([kind.name, f"finding a proxy, worst of {len(hits)}, ms (median {statistics.median(hits):.2f})",
-                      f"{worst:.2f}", f"under {HIT_GOAL}", "met" if worst < HIT_GOAL else "missed"])
+        late = hits[len(hits) * 95 // 100]
+        goals.append([kind.name, f"finding a proxy, 95 of 100, ms (median {statistics.median(hits):.2f}, worst "
+                      f"{hits[-1]:.2f})", f"{late:.2f}", f"under {HIT_GOAL}", report.verdict(late, HIT_GOAL)])
     return [
         "## Speed\n\n" + report.table(
             ["source", "command", "wall s", "ours over it", "CPU s", "times real time", "peak MiB"], speed),

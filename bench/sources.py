@@ -20,13 +20,16 @@ class Kind:
     rate: str
     megabits: int
     key_frames: int
+    codec: str = "h264"
 
     def frames(self, seconds):
         return int(Fraction(self.rate) * seconds)
 
 
 FULL_HD = Kind("1080p60", 1920, 1080, "60000/1001", 45, 30)
+FULL_HD_30 = Kind("1080p30", 1920, 1080, "30000/1001", 25, 15)
 UHD = Kind("4k30", 3840, 2160, "30000/1001", 60, 15)
+UHD_HEVC = Kind("4k30-hevc", 3840, 2160, "30000/1001", 60, 30, "hevc")
 FOUR_BY_THREE = Kind("1440p30", 1920, 1440, "30000/1001", 45, 15)
 
 # What tells the two cameras apart: the texture, and the phase of every movement.
@@ -55,6 +58,15 @@ def _texture(folder, side):
         "-vf", f"noise=alls=24:all_seed={seed},gblur=0.8", part))
 
 
+def _encoder(kind):
+    if kind.codec == "hevc":
+        return ["-c:v", "libx265", "-preset", "ultrafast", "-b:v", f"{kind.megabits}M", "-tag:v", "hvc1",
+                "-x265-params", f"keyint={kind.key_frames}:bframes=0:log-level=1"]
+    most = f"{kind.megabits * 4 // 3}M"
+    return ["-c:v", "libx264", "-preset", "veryfast", "-profile:v", "high", "-bf", 0, "-g", kind.key_frames,
+            "-b:v", f"{kind.megabits}M", "-maxrate", most, "-bufsize", most]
+
+
 def recording(folder, kind, side, seconds):
     """The file of one side."""
     phase = _SIDES[side][2]
@@ -79,9 +91,7 @@ def recording(folder, kind, side, seconds):
         "-f", "lavfi", "-i", "sine=f=440:r=48000:b=2", "-f", "lavfi", "-i", "anoisesrc=r=48000:a=0.1:c=pink",
         "-filter_complex", graph, "-map", "[picture]", "-map", "[sound]", "-frames:v", frames,
         "-t", f"{float(frames / Fraction(kind.rate)):.6f}",
-        "-c:v", "libx264", "-preset", "veryfast", "-profile:v", "high", "-bf", 0, "-g", kind.key_frames,
-        "-b:v", f"{kind.megabits}M", "-maxrate", f"{kind.megabits * 4 // 3}M", "-bufsize", f"{kind.megabits * 4 // 3}M",
-        "-c:a", "aac", "-b:a", "192k", "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709",
+        *_encoder(kind), "-c:a", "aac", "-b:a", "192k", "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709",
         "-color_range", "tv", part))
 
 

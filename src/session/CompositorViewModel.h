@@ -172,7 +172,8 @@ private:
     void setPlayerRate(Side side, double rate);
     bool standsAtAnEnd(Side side) const;
     void bringSidesTogether();
-    void holdSidesAtAnEnd();
+    void holdSidesAtAnEnd(double compositeTime);
+    bool clockHasEnded() const;
     void timeReported(Side side, double seconds);
     void compositeTimeReported(double belowMediaTime);
     void loopStep3(double compositeTime);
@@ -215,6 +216,7 @@ private:
 
     /// The rate that both sides were given together in Steps 3 and 4; 0 when they were not.
     double m_compositeRate = 0;
+    bool m_sidesAreHeld = false; ///< together, where the composite ends
 };
 
 }

@@ -89,6 +89,7 @@ void CompositorViewModel::pause()
     const Operation operation(*this);
     m_fields.isPlaying = false;
     m_compositeRate = 0;
+    m_sidesAreHeld = false;
     for (const Side side : {Side::above, Side::below}) {
         player(side).pause();
         playerService(side).setPlaying(false);
@@ -151,6 +152,7 @@ void CompositorViewModel::seekIfAway(Side side, double mediaTime)
 
 void CompositorViewModel::setPlayerRate(Side side, double rate)
 {
+    m_sidesAreHeld = false;
     player(side).setRate(rate);
     playerService(side).setPlaying(rate != 0);
 }
@@ -168,8 +170,8 @@ bool CompositorViewModel::standsAtAnEnd(Side side) const
 void CompositorViewModel::bringSidesTogether()
 {
     const bool oneRanAlone = m_fields.isPlaying && m_compositeRate == 0;
-    const bool oneWasHeld = standsAtAnEnd(Side::above) != standsAtAnEnd(Side::below);
-    if (!oneRanAlone && !oneWasHeld)
+    const bool cameApart = !m_sidesAreHeld && (standsAtAnEnd(Side::above) || standsAtAnEnd(Side::below));
+    if (!oneRanAlone && !cameApart)
         return;
     m_compositeRate = 0;
     seekComposite(m_fields.currentTime, SeekTolerance::zero);
@@ -177,10 +179,12 @@ void CompositorViewModel::bringSidesTogether()
 
 // Where the composite ends, one recording may go on: it is held beside the other one. The intention to play stays, and
 // a seek inside gives both their rate again.
-void CompositorViewModel::holdSidesAtAnEnd()
+void CompositorViewModel::holdSidesAtAnEnd(double compositeTime)
 {
-    if (standsAtAnEnd(Side::above) == standsAtAnEnd(Side::below))
+    const bool isOutside = m_compositeRate < 0 ? compositeTime <= 0 : compositeTime >= m_fields.duration;
+    if (m_sidesAreHeld || !isOutside || (!standsAtAnEnd(Side::above) && !standsAtAnEnd(Side::below)))
         return;
+    m_sidesAreHeld = true;
     player(Side::above).pause();
     player(Side::below).pause();
     const CompositeTimeline timeline = compositeTimeline();
@@ -278,12 +282,18 @@ void CompositorViewModel::compositeTimeReported(double belowMediaTime)
         loopStep3(compositeTime);
     else if (!m_isSeekingForTrimLoop)
         keepInsideTrimRange();
-    holdSidesAtAnEnd();
+    holdSidesAtAnEnd(compositeTime);
+}
+
+// A proxy may be a little shorter than its source: where it ends, the end is reached as well.
+bool CompositorViewModel::clockHasEnded() const
+{
+    return m_compositeRate > 0 && standsAtAnEnd(Side::below);
 }
 
 void CompositorViewModel::loopStep3(double compositeTime)
 {
-    if (compositeTime < m_fields.duration - kEndMargin)
+    if (compositeTime < m_fields.duration - kEndMargin && !clockHasEnded())
         return;
     if (m_fields.isStep3LoopEnabled)
         seek(0, true);
@@ -298,7 +308,7 @@ void CompositorViewModel::keepInsideTrimRange()
         logLine(QStringLiteral("🔄 [Loop] Before Start: Jump to %1").arg(range.start));
         guardTrimLoopFor(kDelayAfterJump);
         seek(range.start, true);
-    } else if (m_fields.currentTime >= range.end - kEndMargin) {
+    } else if (m_fields.currentTime >= range.end - kEndMargin || clockHasEnded()) {
         guardTrimLoopFor(kDelayAfterEndStop);
         pause();
         seek(range.end, true);

@@ -90,7 +90,7 @@ Task<bool> CompositorViewModel::loadIntoPlayer(Side side, std::vector<FileUrl> u
     const VideoAsset asset = std::get<VideoAsset>(outcome);
     assign(videoAsset(side), std::optional(asset));
     co_await playerService(side).load(asset, true);
-    co_return self&& isCurrentLoad(side, requestID);
+    co_return !self.isNull() && isCurrentLoad(side, requestID);
 }
 
 Task<> CompositorViewModel::performLoad(Side side, std::vector<FileUrl> urls, QUuid requestID)

@@ -35,4 +35,18 @@ TEST(MediaTime, EveryFrameOfNtscRatesIsFoundAtTheTimeComputedFromItsNumber)
     }
 }
 
+TEST(MediaTime, EveryFrameOfNtscRatesIsFoundOnTheGridOfSeeksFromAnyStart)
+{
+    for (const int64_t rate : {24000, 30000, 60000, 120000}) {
+        for (const int64_t first : {0, 16, 19, 10'007}) {
+            for (int64_t n = 0; n < 5'000; ++n) {
+                const double start = double(first) * (1001.0 / double(rate));
+                const MediaTime target = MediaTime::nearest(start + double(n) * (1001.0 / double(rate)), 60000);
+                ASSERT_TRUE(frameHasBegun({(first + n) * 1001, rate}, target.seconds())) << rate << ' ' << n;
+                ASSERT_FALSE(frameHasBegun({(first + n + 1) * 1001, rate}, target.seconds())) << rate << ' ' << n;
+            }
+        }
+    }
+}
+
 }

@@ -96,10 +96,12 @@ std::string ProxyFolder::contentOf(const FileUrl& file)
 std::vector<std::string> ProxyFolder::filesIn(const std::filesystem::path& path)
 {
     std::vector<std::string> names;
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(path, ignored)) {
-        if (entry.is_regular_file(ignored) && entry.path().filename() != "lock")
-            names.push_back(entry.path().filename().native());
+    std::error_code error; // what is looked at may be cleared at the same time
+    auto entry = std::filesystem::recursive_directory_iterator(path, error);
+    for (; !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->is_regular_file(ignored) && entry->path().filename() != "lock")
+            names.push_back(entry->path().filename().native());
     }
     std::sort(names.begin(), names.end());
     return names;

@@ -3,6 +3,7 @@
 #include "Proxies.h"
 #include "support/VirtualTime.h"
 
+#include <QCoreApplication>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -203,13 +204,23 @@ TEST_F(RunningGenerators, ToldToGoStopTheirExportsAndLeaveNothing)
     EXPECT_EQ(second.outcome(), ProxyOutcome(ProxyError::exportCancelled()));
 }
 
-TEST_F(RunningGenerators, ToldToGoWhileTheyReadAKeyEndTheRequest)
+TEST_F(RunningGenerators, ToldToGoAtAnyMomentEndTheRequest)
 {
-    auto generator = std::make_unique<ProxyGenerator>(queue, proxies(), exports.opener());
-    const PendingRequest pending(*generator, write("swim.mp4", "a recording"));
-    generator.reset();
-    EXPECT_EQ(pending.outcome(), ProxyOutcome(ProxyError::exportCancelled()));
-    EXPECT_EQ(exports.opened(), 0);
+    for (int turns = 0; turns < 20; ++turns) {
+        const FileUrl source = write(std::to_string(turns) + ".mp4", "recording " + std::to_string(turns));
+        auto generator = std::make_unique<ProxyGenerator>(queue, proxies(), exports.opener());
+        const PendingRequest pending(*generator, source);
+        for (int i = 0; i < turns; ++i)
+            QCoreApplication::processEvents();
+        generator.reset();
+        const ProxyOutcome outcome = pending.outcome();
+        if (std::holds_alternative<FileUrl>(outcome)) {
+            EXPECT_TRUE(std::filesystem::exists(proxyOf(source).path()));
+        } else {
+            EXPECT_EQ(outcome, ProxyOutcome(ProxyError::exportCancelled()));
+        }
+        EXPECT_THAT(filesIn(unfinished()), IsEmpty());
+    }
 }
 
 TEST_F(RunningGenerators, GoWithoutAWordWhenAListenerLetsThemGo)

@@ -158,6 +158,28 @@ TEST_P(EveryRecording, HasACopyOfKeyFramesAlone)
 INSTANTIATE_TEST_SUITE_P(Kinds, EveryRecording, testing::ValuesIn(kKinds),
                          [](const auto& parameter) { return parameter.param.name; });
 
+class EveryRealRecording : public testing::TestWithParam<const char*> {};
+
+TEST_P(EveryRealRecording, HasACopyWithTheSameTimesAndLength)
+{
+    const FileUrl source = footage(GetParam());
+    const MediaAsset asset = MediaAsset::load(source);
+    const Copy copy(source.path());
+    const std::vector<double> expected = timesOf(slotsOf(source.path()));
+    ASSERT_FALSE(expected.empty());
+    EXPECT_THAT(timesOf(slotsOf(copy.file)), Pointwise(DoubleNear(1e-9), expected));
+    EXPECT_EQ(copy.asset.timeShift, (MediaTime{0, 1}));
+    EXPECT_NEAR(copy.asset.video->length.seconds(), asset.video->length.seconds(), 1e-4);
+    EXPECT_NEAR(copy.asset.duration.seconds(), asset.duration.seconds(), 0.025);
+}
+
+INSTANTIATE_TEST_SUITE_P(Clips, EveryRealRecording,
+                         testing::Values("h264_10bits.mp4", "iibbibb_editlist_videoonly.mp4", "sample_fragmented.mp4",
+                                         "walk.mkv", "sample.avi", "sar_2x1.mp4",
+                                         "increasing_timestamps_320x240_5s.mp4", "apple-prores-422.mov",
+                                         "nasa_13013.mp4", "GH030042.MP4", "cam01.mp4", "cursed-vfr.mp4",
+                                         "video_rotation_90.mp4", "-video-with-dash-.mp4"));
+
 TEST(Transcoder, FitsPicturesIntoTheBoxAndKeepsTheirShape)
 {
     const TranscoderOptions box;

@@ -141,18 +141,113 @@ TEST_F(StepThreeLoop, PlayingAfterAStopAtTheBeginningKeepsTheSidesTogether)
     }
 }
 
-TEST_F(StepThreeLoop, OneVideoThatRanAloneIntoTheStepIsJoinedByTheOther)
+// The end lies between two reports, and a key comes before the second.
+TEST_F(StepThreeLoop, TurningRoundJustBehindTheBeginningKeepsTheSidesTogether)
 {
-    session->setCurrentStep(WorkflowStep::step2);
-    session->toggleBelowLock();
+    for (const double rate : {-1.0, -2.0, -32.0}) {
+        session->seek(-rate * 0.01, true);
+        advance(0.1);
+        while (below().rate() != rate)
+            session->adjustPlaybackRate(false);
+        advance(0.013);
+        ASSERT_EQ(below().rate(), 0);
+        ASSERT_LT(above().secondsNow(), 6);
+        session->adjustPlaybackRate(true);
+        advance(3);
+        EXPECT_NEAR(above().secondsNow() - 6, below().secondsNow(), 1e-4) << rate;
+        session->pause();
+    }
+}
+
+// Both beginnings lie between two reports.
+TEST_F(StepThreeLoop, TurningRoundBehindBothBeginningsKeepsTheSidesTogether)
+{
+    edit([](VideoCompositionConfig& config) { config.timingOffset = -580; });
+    session->rebuildPreviewForTimingChange();
+    for (const double late : {0.0162, 0.2, 1.0}) {
+        session->seek(0.3, true);
+        advance(0.1);
+        while (below().rate() != -32)
+            session->adjustPlaybackRate(false);
+        advance(late);
+        ASSERT_EQ(above().rate(), 0);
+        ASSERT_EQ(below().rate(), 0);
+        session->adjustPlaybackRate(true);
+        advance(3);
+        EXPECT_NEAR(above().secondsNow() - 0.2, below().secondsNow(), 1e-4) << late;
+        session->pause();
+    }
+}
+
+struct ShorterProxies : SessionTest {
+    ShorterProxies() { enterComposite(WorkflowStep::step3, {30, 0}, {30, 0}); }
+    static MediaComposition shorter()
+    {
+        return MediaComposition(FakeVideo{.duration = 29.8}.asset(FileUrl("/proxies/short.mp4")));
+    }
+};
+
+TEST_F(ShorterProxies, OfTheBelowVideoEndTheLoopAllTheSame)
+{
+    below().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->seek(29, true);
     session->play();
-    session->setCurrentStep(WorkflowStep::step3);
     advance(2);
+    EXPECT_NEAR(session->currentTime(), 1.2, 2 * kReport);
+    EXPECT_NEAR(above().secondsNow(), below().secondsNow(), 1e-4);
+}
+
+TEST_F(ShorterProxies, OfTheAboveVideoLeaveTheLoopRunning)
+{
+    above().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->seek(29, true);
+    session->play();
+    advance(2);
+    EXPECT_NEAR(session->currentTime(), 1.05, 2 * kReport);
+    EXPECT_NEAR(above().secondsNow(), below().secondsNow(), 1e-4);
+}
+
+TEST_F(ShorterProxies, OfTheBelowVideoEndTheRangeAllTheSame)
+{
+    below().replaceCurrentItem(shorter(), ItemChange::keepsTime);
+    session->setCurrentStep(WorkflowStep::step4);
+    session->seek(29, true);
+    session->play();
+    advance(2);
+    EXPECT_FALSE(session->isPlaying());
+    EXPECT_EQ(session->currentTime(), 30);
+}
+
+struct OneVideoRunsAlone : StepThreeLoop {
+    OneVideoRunsAlone()
+    {
+        session->setCurrentStep(WorkflowStep::step2);
+        session->toggleBelowLock();
+        session->play();
+        session->setCurrentStep(WorkflowStep::step3);
+        advance(2);
+    }
+    void expectTogether(double rate)
+    {
+        EXPECT_EQ(above().rate(), rate);
+        EXPECT_EQ(below().rate(), rate);
+        EXPECT_NEAR(above().secondsNow() - below().secondsNow(), 10, 1e-4) << "the above lock alone is left";
+    }
+};
+
+TEST_F(OneVideoRunsAlone, UntilARateKeyJoinsTheOther)
+{
     EXPECT_EQ(above().rate(), 0);
     session->adjustPlaybackRate(true);
     advance(1);
-    EXPECT_EQ(above().rate(), 2);
-    EXPECT_NEAR(above().secondsNow() - below().secondsNow(), 10, 1e-4) << "the above lock alone is left";
+    expectTogether(2);
+}
+
+TEST_F(OneVideoRunsAlone, UntilTheSlowSwitchJoinsTheOther)
+{
+    session->toggleStep3SlowPlayback();
+    advance(1);
+    expectTogether(0.5);
 }
 
 TEST_F(StepThreeLoop, TheShownTimeStaysInsideTheTimeline)

@@ -91,6 +91,15 @@ TEST_F(Supersession, ALaterLoadEndsOneThatIsStillBeingChecked)
     }
 }
 
+TEST_F(Supersession, ALoadThatWasOvertakenInThePlayerStartsNoProxy)
+{
+    session->loadAboveVideo({media.add("/first.mp4", {})});
+    advance(0.12);
+    session->loadAboveVideo({media.add("/second.mp4", {})});
+    advance(5);
+    EXPECT_THAT(proxies.requests, ElementsAre(FileUrl("/second.mp4")));
+}
+
 TEST_F(Supersession, AClearEndsALoadWithoutATrace)
 {
     for (double moment = 0; moment < kLongest; moment += kGrain) {
@@ -100,6 +109,27 @@ TEST_F(Supersession, AClearEndsALoadWithoutATrace)
         session->clearAboveVideo();
         advance(5);
         expectEmpty(moment);
+    }
+}
+
+TEST_F(Supersession, AClearInTheSameTurnEndsALoadBeforeItBegins)
+{
+    session->loadAboveVideo({media.add("/above.mp4", {})});
+    session->clearAboveVideo();
+    advance(5);
+    expectEmpty(0);
+    EXPECT_THAT(media.assetLoads, IsEmpty());
+}
+
+TEST_F(Supersession, ALaterLoadSparesTheUserTheRefusalOfTheEarlierOne)
+{
+    loadBelow("/below.mp4");
+    for (double moment = 0; moment < 0.095; moment += kGrain) {
+        session->loadAboveVideo({media.add("/first.mp4", {.size = {960, 720}})});
+        advance(moment);
+        session->loadAboveVideo({media.add("/second.mp4", {})});
+        advance(5);
+        EXPECT_THAT(dialogs.alerts, IsEmpty()) << moment;
     }
 }
 

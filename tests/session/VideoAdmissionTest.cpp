@@ -391,6 +391,16 @@ TEST_F(ProxyAdmission, AProxyOfAnEarlierLoadIsNotPlayed)
     EXPECT_EQ(project().aboveVideo->proxyURL, FileUrl("/proxies/second.mp4"));
 }
 
+TEST_F(ProxyAdmission, OfTheSameFileLoadedTwiceTheNewerLoadWaitsForItsOwnProxy)
+{
+    loadAbove("/above.mp4");
+    loadAbove("/above.mp4");
+    advance(1);
+    EXPECT_EQ(project().aboveVideo->proxyURL, std::nullopt);
+    advance(10);
+    EXPECT_EQ(project().aboveVideo->proxyURL, FileUrl("/proxies/above.mp4"));
+}
+
 TEST_F(ProxyAdmission, AProxyOfAClearedSideIsNotPlayed)
 {
     loadAbove("/above.mp4");

@@ -91,6 +91,7 @@ Child::Child(const ProcessRequest& request)
     std::vector<std::string> words = {request.program};
     words.insert(words.end(), request.arguments.begin(), request.arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

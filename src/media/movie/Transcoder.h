@@ -14,7 +14,7 @@ namespace zumeta {
 struct TranscoderOptions {
     int width = 1280; ///< of the box into which the picture is fitted, pixels
     int height = 720;
-    int threads = 1; ///< that decode; scaling and encoding take one more, which mostly waits for them
+    int threads = 1; ///< cores that it may keep busy
     /// What fills the pictures, in place of a plain scaling that keeps the source's colours and names them: eight bits
     /// hold wide colours and HDR badly, and the floor that knows better stands above this one.
     PictureScalingMaker scaling;

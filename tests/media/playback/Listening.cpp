@@ -16,17 +16,18 @@ constexpr int kRate = AudioSource::kSampleRate;
 
 }
 
-void Listening::waitUntilReady(double hostTime) const
+void waitUntilReady(const SoundPlayer& sound, double hostTime)
 {
     using namespace std::chrono_literals;
     const auto deadline = std::chrono::steady_clock::now() + 20s;
-    while (player.readyUntil() < hostTime) {
+    while (sound.readyUntil() < hostTime) {
         ASSERT_LT(std::chrono::steady_clock::now(), deadline) << "the sound does not come";
         std::this_thread::sleep_for(1ms);
     }
 }
 
-Heard Listening::listen(double seconds)
+Heard listen(ManualClock& clock, const ManualOutput& output, const SoundPlayer& sound, double deviceDelay,
+             double seconds)
 {
     constexpr size_t kFrames = kRate / 100;
     constexpr double kBlock = double(kFrames) / kRate;
@@ -35,7 +36,7 @@ Heard Listening::listen(double seconds)
     for (int block = 0; block < int(seconds / kBlock + 0.5); ++block) {
         clock.advance(begin + block * kBlock - clock.now());
         const double heardAt = clock.now() + deviceDelay;
-        waitUntilReady(heardAt + kBlock + SoundQueue::kAhead);
+        waitUntilReady(sound, heardAt + kBlock + SoundQueue::kAhead);
         std::vector<int16_t> samples(kFrames * 2);
         if (output.source())
             output.source()->pull(samples, heardAt);

@@ -49,6 +49,12 @@ struct Heard {
     Heard between(double begin, double end) const;
 };
 
+/// Until sound for that moment of the clock is decoded, or none is to come.
+void waitUntilReady(const SoundPlayer& sound, double hostTime);
+/// Goes on by so much, asking in blocks of 10 ms as a device does that is heard `deviceDelay` later.
+Heard listen(ManualClock& clock, const ManualOutput& output, const SoundPlayer& sound, double deviceDelay,
+             double seconds);
+
 /// A player's sound under a clock and a device that a test moves. Only decoding runs in real time, and is waited for.
 class Listening {
 public:
@@ -63,10 +69,8 @@ public:
         player.setItem(std::move(item));
     }
 
-    /// Goes on by so much, asking in blocks of 10 ms as a device does.
-    Heard listen(double seconds);
-    /// Until sound for that moment of the clock is decoded, or none is to come.
-    void waitUntilReady(double hostTime) const;
+    Heard listen(double seconds) { return test::listen(clock, output, player, deviceDelay, seconds); }
+    void waitUntilReady(double hostTime) const { test::waitUntilReady(player, hostTime); }
 
 private:
     std::unique_ptr<ManualOutput> m_output;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Listening.h"
-#include "platform/Log.h"
+#include "LogLines.h"
 #include "support/FootageMaker.h"
 #include "support/TemporaryFolder.h"
 
@@ -78,14 +78,13 @@ TEST(SoundPlayer, IsSilentWithALogLineFromAChapterOnThatVanished)
     std::filesystem::copy_file(FootageMaker::make(chapter()), second);
     const MediaComposition both = chapters({FootageMaker::make(chapter()), second});
     std::filesystem::remove(second);
-    std::vector<QString> lines;
-    const LogCapture log([&](const QString& line) { lines.push_back(line); });
+    const LogLines log;
     Listening listening(both);
     listening.player.follow(0, kStart, 1);
     const Heard heard = listening.listen(3);
     EXPECT_THAT(heard.clicks(), testing::ElementsAre(testing::DoubleNear(kStart + 0.5, 0.001)));
     EXPECT_EQ(heard.between(kStart + 2.01, kStart + 3).loudest(), 0);
-    EXPECT_EQ(lines.size(), 1u);
+    EXPECT_EQ(log.all().size(), 1);
 }
 
 }

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Listening.h"
-#include "platform/Log.h"
+#include "LogLines.h"
 #include "support/FootageMaker.h"
 
-#include <QStringList>
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <thread>
 
 namespace zumeta::test {
@@ -41,7 +40,7 @@ std::filesystem::path toneFile(const char* seconds = "8")
 }
 
 /// The steepest step of that tone itself, with some room.
-constexpr int kToneStep = 300;
+constexpr int kToneStep = 230;
 
 PlayerItem item(const std::filesystem::path& file)
 {
@@ -59,24 +58,6 @@ int threadCount()
 {
     return int(std::distance(std::filesystem::directory_iterator("/proc/self/task"), {}));
 }
-
-/// The log's lines while it lives. They may come from any thread.
-class LogLines {
-public:
-    QStringList all() const
-    {
-        const std::scoped_lock lock(m_mutex);
-        return m_lines;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_lines;
-    LogCapture m_capture{[this](const QString& line) {
-        const std::scoped_lock lock(m_mutex);
-        m_lines += line;
-    }};
-};
 
 }
 
@@ -167,10 +148,14 @@ TEST(SoundPlayer, ChangesOfSpeedStopsAndSeeksDoNotClick)
 {
     Listening listening(item(toneFile()));
     start(listening);
-    for (const double rate : {0.5, 0.0, 2.0, -1.0, 1.0, 4.0, 1.0}) {
+    Heard heard = listening.listen(0.1);
+    for (const double rate : {0.5, 0.0, 2.0, -1.0, 1.0, 1.0, 4.0, 1.0}) {
         listening.player.follow(2, listening.clock.now(), rate);
-        EXPECT_LT(listening.listen(0.3).steepest(), kToneStep) << rate;
+        const Heard more = listening.listen(0.3);
+        heard.samples.insert(heard.samples.end(), more.samples.begin(), more.samples.end());
     }
+    EXPECT_GT(heard.loudest(), 2500);
+    EXPECT_LT(heard.steepest(), kToneStep);
 }
 
 TEST(SoundPlayer, FollowsADeviceThatFallsBehind)
@@ -203,6 +188,11 @@ TEST(SoundPlayer, TheSameRecordingInAnotherFileGoesOnWithoutABreak)
     Listening listening(item(toneFile()));
     start(listening);
     listening.player.setItem(other);
+    // At once: the other file is not open yet.
+    std::vector<int16_t> block(882);
+    listening.output.source()->pull(block, listening.clock.now() + Listening::kDeviceDelay);
+    EXPECT_GT(*std::max_element(block.end() - 240, block.end()), 1500);
+    listening.clock.advance(0.01);
     const Heard heard = listening.listen(1);
     EXPECT_NEAR(heard.pitch(), 440, 1);
     for (double at = heard.from; at < heard.from + 0.99; at += 0.01)

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "LiveSession.h"
+
+#include "media/playback/MoviePlayer.h"
+
+#include <QCoreApplication>
+#include <QCoroFuture>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace zumeta::test {
+
+namespace {
+
+struct LaterTurn {
+    MainQueue& queue;
+    bool await_ready() const noexcept { return false; }
+    void await_suspend(std::coroutine_handle<> task)
+    {
+        queue.post([task] { task.resume(); });
+    }
+    void await_resume() const noexcept {}
+};
+
+Task<MetadataOutcome> metadataOf(VideoMetadataLoader& loader, std::vector<FileUrl> urls)
+{
+    const QFuture<MetadataOutcome> outcome = loader.loadMetadata(std::move(urls));
+    co_return co_await outcome;
+}
+
+}
+
+Task<int> AnsweringDialogs::showAlert(Alert alert)
+{
+    shown.push_back(alert);
+    co_await LaterTurn{m_queue};
+    int answer = int(alert.buttons.size()) - 1;
+    if (!answers.empty()) {
+        answer = answers.front();
+        answers.pop_front();
+    }
+    co_return answer;
+}
+
+Task<AssetOutcome> CountedAssets::load(FileUrl url)
+{
+    ++underWay;
+    AssetOutcome outcome = co_await m_loader.load(std::move(url));
+    --underWay;
+    co_return outcome;
+}
+
+LiveSession::LiveSession(const std::filesystem::path& folder)
+    : m_proxies(m_queue, folder / "Proxies")
+{
+    m_session = std::make_unique<CompositorViewModel>(SessionEnvironment{
+        .playbackClock = m_clock,
+        .queue = m_queue,
+        .notifications = m_notifications,
+        .fileAccess = m_fileAccess,
+        .dialogs = m_dialogs,
+        .localized = [](const QString& key) { return key; },
+        .wallClock = m_wallClock,
+        .assets = m_assets,
+        .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
+        .proxyGenerator = m_proxies,
+        .makePlayer = [this] { return std::make_unique<MoviePlayer>(m_clock, m_queue, nullptr); }});
+}
+
+LiveSession::~LiveSession() = default;
+
+VideoPlayerService& LiveSession::service(Side side)
+{
+    return side == Side::above ? m_session->abovePlayerService() : m_session->belowPlayerService();
+}
+
+bool LiveSession::waitFor(const std::function<bool()>& condition, double seconds)
+{
+    const double end = m_monotonic.now() + seconds;
+    QTimer wakeUp; // what is waited for may come without an event of its own
+    wakeUp.start(2);
+    while (!condition()) {
+        if (m_monotonic.now() > end)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+void LiveSession::run(double seconds, const std::function<void()>& sample)
+{
+    QEventLoop loop;
+    QTimer display;
+    display.setTimerType(Qt::PreciseTimer);
+    if (sample)
+        QObject::connect(&display, &QTimer::timeout, sample);
+    display.start(16);
+    QTimer::singleShot(std::chrono::milliseconds(std::lround(seconds * 1000)), &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+bool LiveSession::load(Side side, const std::vector<std::filesystem::path>& files)
+{
+    std::vector<FileUrl> urls;
+    for (const std::filesystem::path& file : files)
+        urls.emplace_back(file);
+    const auto asset = [this, side]() -> const std::optional<VideoAsset>& {
+        const ProjectState& state = m_session->projectState();
+        return side == Side::above ? state.aboveVideo : state.belowVideo;
+    };
+    const std::optional<QUuid> before = asset() ? std::optional(asset()->id) : std::nullopt;
+    if (side == Side::above)
+        m_session->loadAboveVideo(urls);
+    else
+        m_session->loadBelowVideo(urls);
+    if (!waitFor([&] { return asset() && asset()->id != before && service(side).currentAssetID() == asset()->id; }))
+        return false;
+    // The look at the shape comes last; with its end the load is through.
+    if (!waitFor([&] { return player(side).hasCurrentItem() && m_assets.underWay == 0; }))
+        return false;
+    return waitForPicture(side);
+}
+
+bool LiveSession::waitForProxy(Side side)
+{
+    return waitFor(
+        [&] {
+            const ProjectState& state = m_session->projectState();
+            const std::optional<VideoAsset>& asset = side == Side::above ? state.aboveVideo : state.belowVideo;
+            return asset && asset->proxyURL;
+        },
+        120);
+}
+
+bool LiveSession::isExact(Side side)
+{
+    const std::optional<ShownPicture> shown = player(side).shownPicture(m_clock.now());
+    return shown && shown->isExact;
+}
+
+bool LiveSession::waitForPicture(Side side)
+{
+    return waitFor([&] { return isExact(side); });
+}
+
+std::optional<BarCode> LiveSession::shownCode(Side side)
+{
+    if (!waitForPicture(side))
+        return std::nullopt;
+    return readBarCode(RawPicture(player(side).shownPicture(m_clock.now())->picture));
+}
+
+std::pair<int, int> LiveSession::shownNumbers()
+{
+    const std::optional<BarCode> above = shownCode(Side::above);
+    const std::optional<BarCode> below = shownCode(Side::below);
+    return {above ? above->number : -1, below ? below->number : -1};
+}
+
+}

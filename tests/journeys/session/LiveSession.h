@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "media/ProxyGenerator.h"
+#include "session/CompositorViewModel.h"
+#include "support/BarCode.h"
+#include "support/TemporaryFolder.h"
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+
+namespace zumeta::test {
+
+/// Answers alerts in the order in which the test gave the answers, after a while; the last button when none is left.
+class AnsweringDialogs final : public Dialogs {
+public:
+    explicit AnsweringDialogs(MainQueue& queue)
+        : m_queue(queue)
+    {}
+    Task<int> showAlert(Alert alert) override;
+
+    std::deque<int> answers;
+    std::vector<Alert> shown;
+
+private:
+    MainQueue& m_queue;
+};
+
+/// Looks at files like the real loader, and knows how many looks are under way.
+class CountedAssets final : public AssetLoader {
+public:
+    Task<AssetOutcome> load(FileUrl url) override;
+    int underWay = 0;
+
+private:
+    ThreadedAssetLoader m_loader;
+};
+
+/// The whole session with real players, real proxies, real files and real time; only the window is missing.
+class LiveSession {
+public:
+    /// Proxies lie in `folder`, which several sessions may share one after the other.
+    explicit LiveSession(const std::filesystem::path& folder);
+    ~LiveSession();
+    LiveSession(const LiveSession&) = delete; // its parts hold each other's addresses
+    LiveSession& operator=(const LiveSession&) = delete;
+
+    CompositorViewModel& session() { return *m_session; }
+    PlaybackClock& clock() { return m_clock; }
+    Player& player(Side side) { return service(side).player(); }
+    VideoPlayerService& service(Side side);
+    AnsweringDialogs& dialogs() { return m_dialogs; }
+
+    /// Runs the event loop until `condition` holds. False when it does not within `seconds`.
+    bool waitFor(const std::function<bool()>& condition, double seconds = 30);
+    /// Runs the event loop for so long, calling `sample`, when there is one, as often as the display would.
+    void run(double seconds, const std::function<void()>& sample = {});
+
+    /// Loads files into a side and waits until the load is through and its first picture is there.
+    bool load(Side side, const std::vector<std::filesystem::path>& files);
+    bool waitForProxy(Side side);
+    /// Waits for the exact picture of the moment at which the side stands.
+    bool waitForPicture(Side side);
+    /// The bar code in that picture; nothing when there is none.
+    std::optional<BarCode> shownCode(Side side);
+    /// Both at once: the numbers of the frames that the two sides stand on, -1 where there is none.
+    std::pair<int, int> shownNumbers();
+
+private:
+    bool isExact(Side side);
+
+    MonotonicClock m_monotonic;
+    EventLoopQueue m_queue;
+    PlaybackClock m_clock{m_monotonic, m_queue};
+    NotificationCenter m_notifications;
+    OpenFileAccess m_fileAccess;
+    AnsweringDialogs m_dialogs{m_queue};
+    SystemWallClock m_wallClock;
+    CountedAssets m_assets;
+    VideoMetadataLoader m_metadata;
+    ProxyGenerator m_proxies;
+    std::unique_ptr<CompositorViewModel> m_session;
+};
+
+}
