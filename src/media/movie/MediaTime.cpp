@@ -47,12 +47,17 @@ std::strong_ordering operator<=>(MediaTime a, MediaTime b)
     return Wide(a.value) * b.timescale <=> Wide(b.value) * a.timescale;
 }
 
-bool frameHasBegun(MediaTime pts, double seconds)
+double latestBegin(double seconds)
 {
     // At 23.976 frames a second every other frame begins half way between two multiples of 1/60000 s. A target that
     // was rounded down lies exactly the tolerance before it, and what doubles lose must not tip the balance.
     constexpr double kRoundingNoise = 1e-9;
-    return pts.seconds() <= seconds + kFrameTimeTolerance + kRoundingNoise;
+    return seconds + kFrameTimeTolerance + kRoundingNoise;
+}
+
+bool frameHasBegun(MediaTime pts, double seconds)
+{
+    return pts.seconds() <= latestBegin(seconds);
 }
 
 }

@@ -26,6 +26,9 @@ struct MediaTime {
 /// targets are made, so that a target computed from a frame's own number finds that frame. Seconds.
 inline constexpr double kFrameTimeTolerance = 1.0 / 120000.0;
 
+/// The latest begin of a frame that is shown at `seconds`, in seconds: the tolerance, and what doubles lose.
+double latestBegin(double seconds);
+
 /// Whether a frame with this time stamp has begun at `seconds`. The one rule by which a time becomes a frame,
 /// for playing and exporting alike; `seconds` is never rounded to a timescale before.
 bool frameHasBegun(MediaTime pts, double seconds);

@@ -62,7 +62,7 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
 
 int64_t VideoDecoder::timeStampFor(double start) const
 {
-    double target = (start + kFrameTimeTolerance + m_timeShift.seconds()) / av_q2d(m_stream->time_base);
+    double target = (latestBegin(start) + m_timeShift.seconds()) / av_q2d(m_stream->time_base);
     // AVI counts frames in decoding order, in which a frame stands up to this far behind its place in time.
     constexpr int kMostReordered = 16;
     if (!m_timeStampsAreReal)

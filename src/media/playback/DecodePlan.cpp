@@ -22,7 +22,7 @@ DecodeNeed behind(const DecodeSituation& situation)
 
 bool reachesBegin(const DecodeSituation& situation)
 {
-    return situation.covered->begin <= situation.itemBegin + kFrameTimeTolerance;
+    return situation.covered->begin <= latestBegin(situation.itemBegin);
 }
 
 bool reachesEnd(const DecodeSituation& situation)

@@ -186,14 +186,14 @@ bool PictureEngine::mayBeReachedOnward(const DecodeNeed& need) const
     constexpr int kFewFrames = 4;
     constexpr double kNearWithoutIndex = 1; // seconds
     const std::optional<double> position = m_cursor->position();
-    if (!position || *position > need.target + kFrameTimeTolerance)
+    if (!position || *position > latestBegin(need.target))
         return false;
     if (m_job && m_job->target == need.target)
         return true;
     if (need.target - *position <= kFewFrames * m_cursor->frameLength())
         return true;
     const std::optional<double> entry = m_cursor->entryPointFor(need.target);
-    return entry ? *entry <= *position + kFrameTimeTolerance : need.target - *position <= kNearWithoutIndex;
+    return entry ? *entry <= latestBegin(*position) : need.target - *position <= kNearWithoutIndex;
 }
 
 bool PictureEngine::owesPicture() const
