@@ -52,8 +52,7 @@ public:
         for (const QString& file : files) {
             players.push_back(std::make_unique<MoviePlayer>(clock, queue, nullptr));
             players.back()->setPictureObserver([this] { look(); });
-            players.back()->replaceCurrentItem(
-                MediaComposition(MediaAsset::load(FileUrl(file.toStdString()))));
+            players.back()->replaceCurrentItem(MediaComposition(MediaAsset::load(FileUrl(file.toStdString()))));
         }
         awaitExact();
     }
@@ -289,7 +288,7 @@ int run(QStringList words)
         Command command;
         int leastWords;
     };
-    constexpr Entry kEntries[] = {{"seek", seek, 2}, {"drag", drag, 4}, {"step", step, 3},
+    constexpr Entry kEntries[] = {{"seek", seek, 2}, {"drag", drag, 4},   {"step", step, 3},
                                   {"play", play, 4}, {"pause", pause, 2}, {"scrub", scrub, 3}};
     const QString name = words.isEmpty() ? QString() : words.takeFirst();
     for (const Entry& entry : kEntries) {

@@ -85,6 +85,12 @@ void FrameCursor::passOverBefore(double seconds)
         m_decoder->passOverBefore(onFile(seconds));
 }
 
+void FrameCursor::hurryTo(double seconds)
+{
+    if (m_opened == m_segment && segmentFor(seconds) == m_segment)
+        m_decoder->hurryTo(onFile(seconds));
+}
+
 void FrameCursor::enter(size_t index, double fileSeconds)
 {
     m_segment = index;

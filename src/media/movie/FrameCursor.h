@@ -40,6 +40,8 @@ public:
     void seek(double seconds);
     /// From here on frames before that moment that no other one leans on are passed over. Until the next seek.
     void passOverBefore(double seconds);
+    /// The frame of that moment is waited for. Until the next seek.
+    void hurryTo(double seconds);
     /// Decodes the sync sample at or before this moment, if it is whole, and ends there.
     void seekForOneFrame(double seconds);
     /// About a packet's work. False at the end, and before the first seek.

@@ -3,6 +3,7 @@
 
 #include "media/movie/FramePicture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -12,6 +13,9 @@ namespace {
 
 /// Seconds behind every recording's end that still fit into time stamps.
 constexpr double kFarAway = 1e9;
+
+constexpr uint8_t kDelimiterH264[] = {0x09, 0xf0};
+constexpr uint8_t kDelimiterHevc[] = {0x46, 0x01, 0x50};
 
 CodecContext openDecoder(AVStream& stream, const FrameReaderOptions& options, const std::string& name)
 {
@@ -56,8 +60,38 @@ VideoDecoder::VideoDecoder(const MediaAsset& asset, double start, const FrameRea
         m_indexLag =
             m_stream->codecpar->video_delay * av_rescale_q(1, av_inv_q(m_stream->avg_frame_rate), m_stream->time_base);
     m_demuxer.select(m_stream);
+    preparePush();
     if (start > 0)
         enter(start);
+}
+
+void VideoDecoder::preparePush()
+{
+    // An access unit that consists of a delimiter alone. Frames in another order than that of their showing are held
+    // back for other reasons too.
+    const AVCodecParameters& codec = *m_stream->codecpar;
+    const bool isH264 = codec.codec_id == AV_CODEC_ID_H264 && codec.extradata_size > 4 && codec.extradata[0] == 1;
+    const bool isHevc = codec.codec_id == AV_CODEC_ID_HEVC && codec.extradata_size > 21 && codec.extradata[0] == 1;
+    if ((!isH264 && !isHevc) || codec.video_delay > 0 || m_codec->active_thread_type != FF_THREAD_FRAME)
+        return;
+    const int prefix = (codec.extradata[isH264 ? 4 : 21] & 3) + 1; // bytes that tell the length
+    const std::basic_string_view<uint8_t> delimiter =
+        isH264 ? std::basic_string_view<uint8_t>(kDelimiterH264, sizeof kDelimiterH264)
+               : std::basic_string_view<uint8_t>(kDelimiterHevc, sizeof kDelimiterHevc);
+    Packet push(checkAllocated(av_packet_alloc()));
+    const int size = prefix + int(delimiter.size());
+    checkAv(av_new_packet(push.get(), size), MovieError::Kind::cannotDecode, "making a packet");
+    std::fill_n(push->data, prefix - 1, uint8_t(0));
+    push->data[prefix - 1] = uint8_t(delimiter.size());
+    std::copy(delimiter.begin(), delimiter.end(), push->data + prefix);
+    m_push = std::move(push);
+}
+
+void VideoDecoder::hurryTo(double moment)
+{
+    const int64_t timeStamp = timeStampFor(moment);
+    if (m_push && std::exchange(m_hurryTo, timeStamp) != timeStamp)
+        m_pushes = m_codec->thread_count - 1;
 }
 
 int64_t VideoDecoder::timeStampFor(double start) const
@@ -89,6 +123,8 @@ void VideoDecoder::seek(double start)
     m_passOverBefore = INT64_MIN;
     m_endsBehindEntry = false;
     m_hasSent = false;
+    m_pushes = 0;
+    m_hurryTo = INT64_MAX;
     enter(start);
 }
 
@@ -185,7 +221,13 @@ void VideoDecoder::send()
         return;
     }
     const bool isBehindEntry = m_endsBehindEntry && m_hasSent;
-    const Packet packet = isBehindEntry ? nullptr : m_peeked ? std::move(m_peeked) : m_demuxer.read();
+    Packet packet = isBehindEntry ? nullptr : m_peeked ? std::move(m_peeked) : m_demuxer.read();
+    if (packet && m_pushes > 0 && m_hasSent && presentationTimeStamp(*packet) > m_hurryTo) {
+        --m_pushes;
+        m_peeked = std::move(packet);
+        avcodec_send_packet(m_codec.get(), m_push.get());
+        return;
+    }
     if (!packet) {
         m_flushing = true;
         avcodec_send_packet(m_codec.get(), nullptr);

@@ -29,6 +29,8 @@ public:
     void seek(double start);
     /// Goes on at the same place, and ends behind that sample.
     void seekForOneFrame(double start);
+    /// The frame of that moment is waited for: frame threads do not hold it back until those behind it are decoded.
+    void hurryTo(double moment);
     /// Frames before that moment that no other frame leans on are passed over from here on.
     void passOverBefore(double end);
     /// About where a seek would go on, by the container's index; nothing where that does not tell.
@@ -43,6 +45,7 @@ private:
     int64_t timeStampOf(const AVFrame& frame) const;
     bool isWhole(const AVFrame& frame) const;
     bool isBuiltUp(int64_t timeStamp, bool isWhole);
+    void preparePush();
     void noteEntry(const AVPacket& packet);
     MediaTime onFileClock(int64_t timeStamp) const;
 
@@ -60,6 +63,9 @@ private:
     std::set<int64_t> m_optional; ///< the same where the decoder may have left them out
     int64_t m_passOverBefore = INT64_MIN;
     bool m_endsBehindEntry = false;
+    Packet m_push; ///< holds no frame, only pushes those before it out; null where that does not work
+    int m_pushes = 0;
+    int64_t m_hurryTo = INT64_MAX;
     bool m_hasSent = false; ///< a packet since the last seek
     int64_t m_lastTimeStamp = -1;
     int64_t m_lastSentDts = INT64_MIN;

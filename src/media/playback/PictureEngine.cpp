@@ -21,7 +21,8 @@ constexpr int kMostFutileSeeks = 3;
 int threadsThatPay(int wanted)
 {
     constexpr int kMost = 4; // each holds a frame back and takes memory
-    return wanted > 0 ? wanted : std::clamp(int(std::thread::hardware_concurrency()), 2, kMost);
+    // One more than cores: each waits for the one before it now and then.
+    return wanted > 0 ? wanted : std::clamp(int(std::thread::hardware_concurrency()) + 1, 2, kMost);
 }
 
 }
@@ -283,6 +284,8 @@ bool PictureEngine::workOnNeed(Lock& lock, const std::stop_token& stop)
         if (isOnItsWay) {
             m_job = next;
             setPassingOver(passOverBefore(*next));
+            if (next->isUrgent && m_store.demand().rate == 0)
+                m_cursor->hurryTo(next->target);
         }
         advanceCursor(lock);
         return true;
@@ -319,6 +322,8 @@ void PictureEngine::seekCursor(const DecodeNeed& need, Lock& lock)
     lock.unlock();
     m_cursor->seek(need.target);
     m_cursor->passOverBefore(m_passOverBefore);
+    if (need.isUrgent)
+        m_cursor->hurryTo(need.target);
     lock.lock();
 }
 

@@ -69,7 +69,7 @@ private:
     std::stop_source m_itemStop;
     PictureStore m_store;
     PictureStore::Dropped m_dropped; ///< to be freed on the decode thread
-    Instant m_readAheadFrom; ///< not before: another seek may follow at once
+    Instant m_readAheadFrom;         ///< not before: another seek may follow at once
 
     // Decode thread only.
     std::unique_ptr<FrameCursor> m_cursor;

@@ -22,6 +22,12 @@ protected:
         return options;
     }
 
+    static bool isLarge(const Film& film)
+    {
+        constexpr double kUsualWidth = 1920;
+        return film.source.video().front().asset.video->naturalWidth > kUsualWidth;
+    }
+
     static double shownSeconds(const PlayerHarness& harness) { return harness.player.currentTime().seconds(); }
 };
 
@@ -34,7 +40,7 @@ TEST_P(FrameTruth, APreciseSeekEndsOnTheFrameOfItsTime)
     harness.player.replaceCurrentItem(film.source);
     std::mt19937 random(1);
     std::uniform_real_distribution<double> anywhere(0, film.length());
-    const int seeks = truthCount("ZUMETA_TRUTH_SEEKS", 60);
+    const int seeks = truthCount("ZUMETA_TRUTH_SEEKS", isLarge(film) ? 15 : 60);
     for (int i = 0; i < seeks; ++i) {
         const double target = anywhere(random);
         harness.seek(target);
@@ -53,7 +59,7 @@ TEST_P(FrameTruth, MixedStepsPlaysRatesAndReversalsEndOnTheFrameOfTheirTime)
     std::mt19937 random(2);
     const auto upTo = [&random](double most) { return std::uniform_real_distribution<double>(0, most)(random); };
     const auto oneOf = [&random](int many) { return std::uniform_int_distribution<int>(0, many - 1)(random); };
-    const int steps = truthCount("ZUMETA_TRUTH_STEPS", 200);
+    const int steps = truthCount("ZUMETA_TRUTH_STEPS", isLarge(film) ? 40 : 200);
     for (int i = 0; i < steps; ++i) {
         const int action = oneOf(6);
         if (action <= 2) {
