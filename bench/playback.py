@@ -18,6 +18,7 @@ from measure import say
 ROOT = Path(__file__).resolve().parent.parent
 FOLDER = ROOT / "build" / "bench"
 PROBE = ROOT / "build" / "release" / "bench" / "playback-probe"
+MAKE_PROXY = ROOT / "build" / "release" / "tools" / "make-proxy" / "make-proxy"
 LOG = FOLDER / "last-command.log"
 
 GOAL_BOTH_PROXIES = 5.0  # ms, p95
@@ -84,12 +85,11 @@ class Recordings:
         return sources.repeated(FOLDER, sources.recording(FOLDER, kind, side, self.seconds), times)
 
     def proxy(self, side):
-        source = self.source(sources.FULL_HD, side)
-        path = FOLDER / f"proxy-of-{source.name}"
-        if not path.exists():
-            say(f"making {path.name}")
-            probe("proxy", source, path)
-        return path
+        """Found again by its source's content, or made."""
+        say(f"proxy of the {side} recording")
+        told = subprocess.run([MAKE_PROXY, self.source(sources.FULL_HD, side), FOLDER / "proxies"], check=True,
+                              capture_output=True, text=True)
+        return Path(told.stdout.splitlines()[0])
 
     def length(self, times=6):
         return self.seconds * times

@@ -91,7 +91,8 @@ def recording(folder, kind, side, seconds):
         "-f", "lavfi", "-i", "sine=f=440:r=48000:b=2", "-f", "lavfi", "-i", "anoisesrc=r=48000:a=0.1:c=pink",
         "-filter_complex", graph, "-map", "[picture]", "-map", "[sound]", "-frames:v", frames,
         "-t", f"{float(frames / Fraction(kind.rate)):.6f}",
-        *_encoder(kind), "-c:a", "aac", "-b:a", "192k", "-colorspace", "bt709", "-color_primaries", "bt709", "-color_trc", "bt709",
+        *_encoder(kind), "-c:a", "aac", "-b:a", "192k", "-colorspace", "bt709", "-color_primaries", "bt709",
+        "-color_trc", "bt709",
         "-color_range", "tv", part))
 
 
