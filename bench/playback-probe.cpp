@@ -75,7 +75,9 @@ public:
     {
         if (isExact())
             return;
-        QTimer::singleShot(20'000, &m_loop, [this] { m_loop.exit(1); });
+        QTimer patience;
+        QObject::connect(&patience, &QTimer::timeout, [this] { m_loop.exit(1); });
+        patience.start(20'000);
         m_waits = true;
         if (m_loop.exec() != 0)
             throw std::runtime_error("no picture within 20 s");
@@ -210,8 +212,8 @@ QJsonObject play(const QStringList& words)
         const double end = MediaAsset::load(FileUrl(words[3].toStdString())).duration.seconds();
         stage.seek(std::min(end - 0.1, seconds * -rate + 1.5));
         stage.awaitExact();
-        stage.idle(1);
     }
+    stage.idle(1); // from a stand, as a person starts to play
     std::vector<std::set<int64_t>> shownFrames(stage.players.size());
     std::vector<std::set<int64_t>> dueFrames(stage.players.size());
     double greatestError = 0;
