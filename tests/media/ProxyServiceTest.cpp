@@ -51,7 +51,8 @@ protected:
     ProxyServices() { connectTo(*m_service); }
     ~ProxyServices() override
     {
-        // Nothing may wait for ever.
+        // Nothing may wait for ever, nor reach the maker when it has gone.
+        m_time.runDueWork();
         for (const auto& request : m_maker.requests)
             request->outcome = request->outcome.value_or(ProxyError::exportCancelled());
         m_time.advance(1);

@@ -80,6 +80,7 @@ CodecContext openEncoder(const TranscodedMovieSettings& settings)
     context->time_base = av_inv_q(context->framerate);
     context->gop_size = 1;
     context->max_b_frames = 0;
+    context->slices = 2; // two threads of a player decode a picture that stands alone in three quarters of the time
     describeColours(*context, settings.picture);
     context->sample_aspect_ratio = settings.pixelAspect;
     context->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
