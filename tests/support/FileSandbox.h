@@ -1,48 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "platform/FileBytes.h"
-#include "platform/FileUrl.h"
+#include "support/TemporaryFolder.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <string_view>
-#include <system_error>
+#include <QByteArray>
 
 namespace zumeta::test {
 
-/// A folder of its own for one test, with files written by bytes; removed with all it holds.
-class FileSandbox {
+/// A temporary folder with files written by bytes.
+class FileSandbox : public TemporaryFolder {
 public:
-    FileSandbox()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "zumeta-test-XXXXXX").native();
-        if (::mkdtemp(name.data()) == nullptr)
-            throw std::system_error(errno, std::generic_category());
-        m_path = name;
-    }
-    ~FileSandbox()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    FileSandbox(const FileSandbox&) = delete; // it stands for one folder on disk
-    FileSandbox& operator=(const FileSandbox&) = delete;
-
-    const std::filesystem::path& path() const { return m_path; }
-    FileUrl url(std::string_view name) const { return FileUrl(m_path / name); }
     /// Writes a file, making the folders on the way.
     FileUrl write(std::string_view name, const QByteArray& bytes) const
     {
-        FileUrl file = url(name);
-        std::filesystem::create_directories(file.path().parent_path());
-        replaceFileBytes(file, bytes);
-        return file;
+        FileUrl written = url(name);
+        std::filesystem::create_directories(written.path().parent_path());
+        replaceFileBytes(written, bytes);
+        return written;
     }
-
-private:
-    std::filesystem::path m_path;
 };
 
 }
