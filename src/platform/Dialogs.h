@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include "platform/FileUrl.h"
 #include "platform/Task.h"
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 namespace zumeta {
 
@@ -12,6 +14,12 @@ struct Alert {
     QString title;
     QString message;
     QStringList buttons; ///< the first one is the default
+};
+
+/// Asks where a new file shall lie.
+struct SavePanel {
+    QString proposedName; ///< of the file, with its extension
+    QString extension;    ///< the one kind of file that can be chosen; without the dot
 };
 
 /// What only the user can decide. Main thread. The event loop goes on while an answer is awaited, so whoever waits
@@ -25,6 +33,9 @@ public:
 
     /// The index of the button that was pressed; the last one when the alert was closed without.
     virtual Task<int> showAlert(Alert alert) = 0;
+    /// Does not hold up the window. Nothing when the panel was closed without a choice. The platform's panel asks
+    /// before an existing file is chosen.
+    virtual Task<std::optional<FileUrl>> showSavePanel(SavePanel panel) = 0;
 };
 
 }

@@ -64,6 +64,13 @@ Task<int> ScriptedDialogs::showAlert(Alert alert)
     co_return answer;
 }
 
+Task<std::optional<FileUrl>> ScriptedDialogs::showSavePanel(SavePanel panel)
+{
+    savePanels.push_back(panel);
+    co_await m_time.pass(delay);
+    co_return savePlace;
+}
+
 bool FakeFileAccess::startAccessing(const FileUrl& url)
 {
     started.push_back(url);

@@ -55,10 +55,13 @@ public:
         : m_time(time)
     {}
     Task<int> showAlert(Alert alert) override;
+    Task<std::optional<FileUrl>> showSavePanel(SavePanel panel) override;
 
     int answer = 0;
+    std::optional<FileUrl> savePlace; ///< what is chosen in the panels
     double delay = 1;
     std::vector<Alert> alerts;
+    std::vector<SavePanel> savePanels;
 
 private:
     VirtualTime& m_time;

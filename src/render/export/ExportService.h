@@ -5,8 +5,7 @@
 #include "platform/FileUrl.h"
 #include "platform/WallClock.h"
 #include "render/MarkImage.h"
-#include "render/export/ExportError.h"
-#include "render/export/ExportParameters.h"
+#include "render/export/Exporter.h"
 
 #include <QFuture>
 #include <functional>
@@ -16,9 +15,6 @@
 #include <string>
 
 namespace zumeta {
-
-/// Nothing: the movie is finished. Otherwise no file is left.
-using ExportOutcome = std::optional<ExportError>;
 
 /// What an export takes from its surroundings.
 struct ExportEnvironment {

@@ -42,6 +42,17 @@ Task<int> AnsweringDialogs::showAlert(Alert alert)
     co_return answer;
 }
 
+Task<std::optional<FileUrl>> AnsweringDialogs::showSavePanel(SavePanel panel)
+{
+    savePanels.push_back(panel);
+    co_await LaterTurn{m_queue};
+    if (savePlaces.empty())
+        co_return std::nullopt;
+    const FileUrl place = savePlaces.front();
+    savePlaces.pop_front();
+    co_return place;
+}
+
 Task<AssetOutcome> CountedAssets::load(FileUrl url)
 {
     ++underWay;

@@ -18,9 +18,12 @@ public:
         : m_queue(queue)
     {}
     Task<int> showAlert(Alert alert) override;
+    Task<std::optional<FileUrl>> showSavePanel(SavePanel panel) override;
 
     std::deque<int> answers;
     std::vector<Alert> shown;
+    std::deque<FileUrl> savePlaces; ///< what is chosen in the panels; nothing when none is left
+    std::vector<SavePanel> savePanels;
 
 private:
     MainQueue& m_queue;
