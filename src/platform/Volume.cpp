@@ -16,7 +16,8 @@ VolumeCapacity SystemVolume::capacityOfFolder(const FileUrl& folder) const
         throw std::system_error(error);
     constexpr auto kMost = uintmax_t(std::numeric_limits<int64_t>::max());
     VolumeCapacity capacity;
-    capacity.available = int64_t(std::min<uintmax_t>(space.available, kMost));
+    if (space.capacity > 0)
+        capacity.available = int64_t(std::min<uintmax_t>(space.available, kMost));
     return capacity;
 }
 

@@ -25,7 +25,8 @@ public:
     virtual VolumeCapacity capacityOfFolder(const FileUrl& folder) const = 0;
 };
 
-/// The volumes of this machine. Linux keeps nothing back for important usage: only `available` is known.
+/// The volumes of this machine. Linux keeps nothing back for important usage: at most `available` is known, and not
+/// that where a file system claims to have no blocks at all, as those do that were never taught to count.
 class SystemVolume final : public Volume {
 public:
     VolumeCapacity capacityOfFolder(const FileUrl& folder) const override;

@@ -43,6 +43,13 @@ TEST(Volume, AFolderWhoseNameIsNotUtf8HasAVolumeToo)
     EXPECT_GT(SystemVolume().capacityOfFolder(folder).available.value_or(0), 0);
 }
 
+TEST(Volume, AFileSystemWithoutBlocksTellsNothing)
+{
+    const VolumeCapacity capacity = SystemVolume().capacityOfFolder(FileUrl("/proc"));
+    EXPECT_FALSE(capacity.available.has_value());
+    EXPECT_FALSE(capacity.availableForImportantUsage.has_value());
+}
+
 TEST(Volume, AMissingFolderThrows)
 {
     const test::FileSandbox sandbox;

@@ -39,8 +39,11 @@ StorageRequirement storageRequirement(double exportDuration, ExportResolutionTyp
     requirement.requiredBytes = requirement.estimatedBytes + std::max(share, kLeastMargin);
     const std::filesystem::path folder = std::filesystem::absolute(outputURL.path()).parent_path();
     const VolumeCapacity capacity = volume.capacityOfFolder(FileUrl(folder));
-    const int64_t free = capacity.availableForImportantUsage.value_or(capacity.available.value_or(0));
-    requirement.availableBytes = free + existingFileSize(outputURL);
+    const std::optional<int64_t> free =
+        capacity.availableForImportantUsage ? capacity.availableForImportantUsage : capacity.available;
+    if (!free) // a volume that says nothing is not a full one
+        throw std::system_error(std::make_error_code(std::errc::not_supported));
+    requirement.availableBytes = *free + existingFileSize(outputURL);
     return requirement;
 }
 

@@ -18,7 +18,8 @@ struct StorageRequirement {
     friend bool operator==(const StorageRequirement&, const StorageRequirement&) = default;
 };
 
-/// `exportDuration` in seconds. Throws the volume's error when its free space cannot be read.
+/// `exportDuration` in seconds. Throws std::system_error when the free space cannot be read: the volume's own error, or
+/// not_supported when the volume does not tell it.
 StorageRequirement storageRequirement(double exportDuration, ExportResolutionType resolution, const FileUrl& outputURL,
                                       const Volume& volume);
 

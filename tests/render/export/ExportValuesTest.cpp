@@ -176,7 +176,7 @@ TEST(StorageRequirement, TakesAQuarterWhenThatIsMore)
 
 TEST(StorageRequirement, OfNoTimeIsTheMarginAlone)
 {
-    const FixedVolume volume({});
+    const FixedVolume volume({int64_t(0), std::nullopt});
     for (const double seconds : {0.0, -3.0, std::numeric_limits<double>::quiet_NaN()}) {
         const StorageRequirement requirement =
             storageRequirement(seconds, ExportResolutionType::uhd4k, FileUrl("/nowhere/movie.mp4"), volume);
@@ -210,6 +210,16 @@ TEST(StorageRequirement, PassesTheVolumesErrorOn)
     EXPECT_THROW(
         storageRequirement(1, ExportResolutionType::hd720, FileUrl("/no/such/folder/movie.mp4"), SystemVolume()),
         std::system_error);
+}
+
+TEST(StorageRequirement, AVolumeThatTellsNothingCannotBeReadAndIsNotFull)
+{
+    try {
+        storageRequirement(1, ExportResolutionType::hd720, FileUrl("/nowhere/movie.mp4"), FixedVolume({}));
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (const std::system_error& error) {
+        EXPECT_EQ(error.code(), std::errc::not_supported);
+    }
 }
 
 TEST(ExportError, HasItsTexts)
