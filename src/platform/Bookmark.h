@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace zumeta {
@@ -33,6 +34,8 @@ struct ResolvedBookmark {
     bool isStale = false;
 };
 
+using BookmarkOutcome = std::variant<ResolvedBookmark, BookmarkError>;
+
 /// How much a search for a moved file may cost, over all folders together.
 struct BookmarkSearchLimits {
     size_t entries = 20'000;
@@ -43,10 +46,10 @@ struct BookmarkSearchLimits {
 /// equal. Throws BookmarkError (unreadableFile).
 QByteArray makeBookmark(const FileUrl& url);
 
-/// Finds the file: at its path when the same file or the same content is there; else the same content in its old
-/// folder, then under each of `searchFolders` in turn, then under the old folder's parent. Hidden folders and links are
-/// not followed. Of several copies the file itself counts before its copies, its old name before other names, and then
-/// the smallest path. Throws BookmarkError (malformed, notFound).
+/// Finds the file: at its path when the same content is there, or the same file and it still begins as it did; else the
+/// same content in its old folder, then under each of `searchFolders` in turn, then under the old folder's parent.
+/// Hidden folders and links are not followed. Of several copies the file itself counts before its copies, its old name
+/// before other names, and then the smallest path. Throws BookmarkError (malformed, notFound).
 ResolvedBookmark resolveBookmark(const QByteArray& bookmark, const std::vector<std::filesystem::path>& searchFolders,
                                  BookmarkSearchLimits limits = {});
 

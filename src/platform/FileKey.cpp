@@ -5,20 +5,38 @@
 
 #include <QCryptographicHash>
 #include <QtEndian>
+#include <algorithm>
 #include <array>
 
 namespace zumeta {
 
+namespace {
+
+constexpr qsizetype kHeadBytes = 1'048'576;
+
+QByteArray keyOf(const QByteArray& head, int64_t length)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(head);
+    std::array<char, sizeof(qint64)> bytes = {};
+    qToLittleEndian<qint64>(length, bytes.data());
+    hash.addData(QByteArrayView(bytes.data(), qsizetype(bytes.size())));
+    return hash.result().toHex();
+}
+
+}
+
 QByteArray fileKey(const FileUrl& url)
 {
-    constexpr qsizetype kHeadBytes = 1'048'576;
     const FileDescriptor file = openForReading(url);
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(readUpTo(file, kHeadBytes));
-    std::array<char, sizeof(qint64)> length = {};
-    qToLittleEndian<qint64>(fileLength(file), length.data());
-    hash.addData(QByteArrayView(length.data(), qsizetype(length.size())));
-    return hash.result().toHex();
+    const QByteArray head = readUpTo(file, kHeadBytes);
+    return keyOf(head, fileLength(file));
+}
+
+QByteArray fileKeyOfLength(const FileUrl& url, int64_t length)
+{
+    const qsizetype headBytes = qsizetype(std::clamp<int64_t>(length, 0, kHeadBytes));
+    return keyOf(readUpTo(openForReading(url), headBytes), length);
 }
 
 }
