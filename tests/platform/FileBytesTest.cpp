@@ -2,18 +2,24 @@
 #include "platform/FileBytes.h"
 #include "platform/FileDescriptor.h"
 #include "support/FileSandbox.h"
+#include "support/FileSizeLimit.h"
 
-#include <csignal>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
+#include <atomic>
+#include <fcntl.h>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace zumeta {
 namespace {
 
 using test::FileSandbox;
+using test::FileSizeLimit;
 namespace fs = std::filesystem;
+using testing::ElementsAre;
 
 int errorOf(const std::function<void()>& action)
 {
@@ -36,29 +42,6 @@ mode_t permissionsOf(const fs::path& path)
     EXPECT_EQ(::stat(path.c_str(), &status), 0);
     return status.st_mode & 07777;
 }
-
-/// No file of this process grows past a length while it lives: a full disk that a test can make.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete; // it stands for one setting of the process
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_before = {};
-    void (*m_handler)(int) = nullptr;
-};
 
 /// Root may write everything; while this lives, root is someone who may not.
 class NotRoot {
@@ -145,6 +128,73 @@ TEST(FileBytes, AFullDiskLeavesTheOldFileAndNothingBesideIt)
     EXPECT_EQ(error, EFBIG);
     EXPECT_EQ(readFileBytes(url, 10), "old");
     EXPECT_EQ(entriesIn(sandbox.path()), 1U);
+}
+
+TEST(FileBytes, RemovesWhatAKilledProcessLeftBesideTheFile)
+{
+    const FileSandbox sandbox;
+    const FileUrl url = sandbox.write("file", "old");
+    std::ofstream(sandbox.file(".zumeta-4711.part")) << "half a fi";
+    replaceFileBytes(url, "new");
+    EXPECT_EQ(sandbox.names(), std::vector<std::string>{"file"});
+}
+
+TEST(FileBytes, LeavesAloneWhatSomebodyIsJustWriting)
+{
+    const FileSandbox sandbox;
+    const FileUrl url = sandbox.write("file", "old");
+    const FileDescriptor other(::open(sandbox.file(".zumeta-4711.part").c_str(), O_WRONLY | O_CREAT, 0600));
+    ASSERT_EQ(::flock(other.get(), LOCK_EX), 0);
+    replaceFileBytes(url, "new");
+    EXPECT_THAT(sandbox.names(), ElementsAre(".zumeta-4711.part", "file"));
+}
+
+TEST(FileBytes, LeavesAloneWhatIsNotPlainlyItsOwn)
+{
+    const FileSandbox sandbox;
+    const FileUrl url = sandbox.write("file", "old");
+    const FileUrl elsewhere = sandbox.write("folder/precious", "precious");
+    const std::vector<std::string> names{".zumeta-.part", ".zumeta-12.part.txt", ".zumeta-1a.part",
+                                         "12.part",       "zumeta-1234.part",    ".zumeta-1234"};
+    for (const std::string& name : names)
+        std::ofstream(sandbox.file(name)) << "somebody's";
+    fs::create_symlink(elsewhere.path(), sandbox.file(".zumeta-1.part"));
+    fs::create_directory(sandbox.file(".zumeta-2.part"));
+    ASSERT_EQ(::mkfifo(sandbox.file(".zumeta-3.part").c_str(), 0600), 0);
+    replaceFileBytes(url, "new");
+    EXPECT_EQ(sandbox.names().size(), names.size() + 5);
+    EXPECT_EQ(readFileBytes(elsewhere, 10), "precious");
+}
+
+TEST(FileBytes, LeavesAloneWhatAnotherUserLeft)
+{
+    const FileSandbox sandbox;
+    const FileUrl url = sandbox.write("file", "old");
+    std::ofstream(sandbox.file(".zumeta-4711.part")) << "theirs";
+    // Only root can make a file of somebody else's; for others it stays their own.
+    const bool isTheirs = ::chown(sandbox.file(".zumeta-4711.part").c_str(), 65534, 65534) == 0;
+    replaceFileBytes(url, "new");
+    EXPECT_EQ(sandbox.names().size(), isTheirs ? 2U : 1U);
+}
+
+TEST(FileBytes, ManyWhoWriteOneFileAtOnceNeverClearAwayEachOthersWork)
+{
+    const FileSandbox sandbox;
+    const FileUrl url = sandbox.url("file");
+    std::atomic<int> failures = 0;
+    {
+        std::vector<std::jthread> writers;
+        for (char letter = 'a'; letter < 'e'; ++letter) {
+            writers.emplace_back([&, letter] {
+                for (int i = 0; i < 50; ++i)
+                    failures += errorOf([&] { replaceFileBytes(url, QByteArray(5'000, letter)); }) != 0 ? 1 : 0;
+            });
+        }
+    }
+    EXPECT_EQ(failures, 0);
+    const QByteArray bytes = readFileBytes(url, 10'000);
+    EXPECT_EQ(bytes, QByteArray(5'000, bytes.front()));
+    EXPECT_EQ(sandbox.names(), std::vector<std::string>{"file"});
 }
 
 TEST(FileBytes, RefusesAMissingFolderAFolderAndAPipeAsTargets)
