@@ -20,6 +20,28 @@ public:
     virtual void stopAccessing(const FileUrl& url) = 0;
 };
 
+/// Access to one file for as long as this lives. The giver must outlive it.
+class ScopedFileAccess {
+public:
+    ScopedFileAccess(FileAccess& access, FileUrl url)
+        : m_access(access)
+        , m_url(std::move(url))
+        , m_isOpen(access.startAccessing(m_url))
+    {}
+    ~ScopedFileAccess()
+    {
+        if (m_isOpen)
+            m_access.stopAccessing(m_url);
+    }
+    ScopedFileAccess(const ScopedFileAccess&) = delete; // it stands for one access that is held
+    ScopedFileAccess& operator=(const ScopedFileAccess&) = delete;
+
+private:
+    FileAccess& m_access;
+    FileUrl m_url;
+    bool m_isOpen;
+};
+
 /// Holds the files open, so that one on a removable disk keeps the disk from being taken away unnoticed.
 class OpenFileAccess final : public FileAccess {
 public:

@@ -60,12 +60,16 @@ bool CompositorViewModel::canExport() const
     return m_fields.videoURL.above || m_fields.videoURL.below;
 }
 
-QString CompositorViewModel::defaultOutputFilenameBase() const
+QString CompositorViewModel::filenameTimestamp() const
 {
     const std::chrono::sys_seconds now = m_environment.wallClock.now();
     const QDateTime local = QDateTime::fromSecsSinceEpoch(now.time_since_epoch().count()).toLocalTime();
-    const QString stamp = QLocale::c().toString(local, QStringLiteral("yyyy_MMdd_HHmm"));
-    return QStringLiteral("Zumeta_") + rawValue(m_fields.selectedResolution) + QLatin1Char('_') + stamp;
+    return QLocale::c().toString(local, QStringLiteral("yyyy_MMdd_HHmm"));
+}
+
+QString CompositorViewModel::defaultOutputFilenameBase() const
+{
+    return QStringLiteral("Zumeta_") + rawValue(m_fields.selectedResolution) + QLatin1Char('_') + filenameTimestamp();
 }
 
 bool CompositorViewModel::showDropZoneAboveHighlight() const

@@ -5,7 +5,9 @@
 #include "session/CompositeTimeline.h"
 #include "session/FrameRateFamily.h"
 #include "session/PublishedFields.h"
+#include "session/RestoredProject.h"
 #include "session/SessionEnvironment.h"
+#include "session/Step3Bases.h"
 #include "session/StepEditSnapshot.h"
 
 namespace zumeta {
@@ -119,12 +121,30 @@ public Q_SLOTS:
     /// The pointer's height over the picture, or nothing outside it.
     void onHover(std::optional<double> y);
 
+    // Projects.
+    /// Brings projectState up to date and then shows the save panel. In Steps 3 and 4 only.
+    void prepareProjectForSave();
+    /// Writes projectState, as it was prepared, to where the save panel says.
+    void saveProject(const zumeta::FileUrl& url);
+    /// What the open panel gives.
+    void importProject(const std::vector<zumeta::FileUrl>& urls);
+    void projectImportFailed(const QString& error);
+    void loadProject(const zumeta::FileUrl& url);
+    /// The user's replacement for missing media; all values stay.
+    void reconnectAboveVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::above, urls); }
+    void reconnectBelowVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::below, urls); }
+
+Q_SIGNALS:
+    /// The project that was opened last is in force and its videos are loaded, or the file could not be read.
+    void projectLoadEnded(bool isRestored);
+
 private:
     // Workflow.
     void stepChanged(WorkflowStep oldStep);
     void enterSideStep(Side side, WorkflowStep oldStep);
     void enterStep3(WorkflowStep oldStep);
     void enterStep4(WorkflowStep oldStep);
+    void unloadVideo(Side side);
     void clearVideo(Side side);
     void resetSideOnly(Side side, WorkflowStep step);
     void setStartTime(Side side, double seconds);
@@ -146,7 +166,9 @@ private:
     void adjustPlaybackRateRequested(const QVariantMap& userInfo);
 
     // Video admission.
-    void loadVideo(Side side, const std::vector<FileUrl>& urls);
+    enum class Admission { asksOtherSide, isGranted };
+    void loadVideo(Side side, const std::vector<FileUrl>& urls, Admission admission = Admission::asksOtherSide);
+    Task<> admitAndLoad(Side side, std::vector<FileUrl> urls, std::optional<FileUrl> otherURL, QUuid requestID);
     std::optional<VideoAsset>& videoAsset(Side side);
     bool isCurrentLoad(Side side, const QUuid& requestID) const { return m_loadRequestID[side] == requestID; }
     Task<> checkAndLoad(Side side, std::vector<FileUrl> urls, FileUrl otherURL, QUuid requestID);
@@ -158,6 +180,7 @@ private:
     void finishLoad(Side side);
     Task<> showErrorAlert(QString titleKey, QString messageKey);
     Task<bool> showConfirmationAlert(QString titleKey, QString messageKey);
+    bool retainAccess(const FileUrl& url);
     void retainSecurityScopedAccess(const std::vector<FileUrl>& urls);
     void releaseSecurityScopedResources();
 
@@ -186,6 +209,27 @@ private:
     void markSync(Side side);
     void takeWaterlinePick(double y);
 
+    // Projects.
+    QString filenameTimestamp() const;
+    Task<> refreshBookmarks(uint64_t request);
+    Task<> writeProject(FileUrl url);
+    Task<> openProject(FileUrl url, uint64_t request);
+    bool isCurrentProject(uint64_t request) const { return m_restoredProject && m_restoredProject->request == request; }
+    void takeProject(ProjectState state, uint64_t request);
+    Task<std::vector<BookmarkOutcome>> resolveBookmarks(ProjectState state, FileUrl projectURL);
+    void loadFoundFiles(const std::vector<BookmarkOutcome>& outcomes);
+    std::optional<FileUrl> accessResolved(const BookmarkOutcome& outcome);
+    void loadRestoredVideos();
+    void putProjectInForce(const FileUrl& url);
+    void applyRestoredProject();
+    void projectLoadHasEnded(Side side, const QUuid& requestID);
+    void setRestoredStep(WorkflowStep step);
+    void reconnectVideo(Side side, const std::vector<FileUrl>& urls);
+    bool isReconnecting(Side side) const;
+    VideoCompositionConfig configToReconnect() const;
+    Task<> reconnect(Side side, std::vector<FileUrl> urls, QUuid requestID);
+    void finishReconnect(Side side);
+
     VideoPlayerService& playerService(Side side) { return *m_playerServices[side]; }
     const VideoPlayerService& playerService(Side side) const { return *m_playerServices[side]; }
     Player& player(Side side) { return playerService(side).player(); }
@@ -204,15 +248,18 @@ private:
     MotionStartDetectionService m_motionStartDetectionService;
     MotionAnalysisService m_motionAnalysisService;
     bool m_isRestoringProjectStep = false; ///< while the opening of a project assigns the step
-
-    /// What Step 3's relative values are counted from; reference units.
-    struct Bases {
-        double waterlineHeight = 0;
-        double aboveOffset = 0;
-        double aboveHorizontalOffset = 0;
-        double verticalOffset = 0; ///< kept with the others; nothing reads it
+    Step3Bases m_bases;
+    std::optional<RestoredProject> m_restoredProject;
+    uint64_t m_projectRequest = 0; ///< counts the openings
+    uint64_t m_newestProject = 0;  ///< the latest one that was read; earlier ones come too late
+    uint64_t m_keepRequest = 0;    ///< counts the preparations of a save
+    /// The work that missing media shall come back into.
+    struct Reconnection {
+        VideoCompositionConfig config;
+        Step3Bases bases;
+        Sides<QUuid> requestID; ///< of the loads that are under way
     };
-    Bases m_bases;
+    Reconnection m_reconnection;
 
     /// The rate that both sides were given together in Steps 3 and 4; 0 when they were not.
     double m_compositeRate = 0;

@@ -5,12 +5,14 @@
 #include "media/VideoMetadataLoader.h"
 #include "media/playback/PlaybackClock.h"
 #include "media/playback/Player.h"
+#include "platform/Bookmarks.h"
 #include "platform/Dialogs.h"
 #include "platform/FileAccess.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Task.h"
 #include "platform/WallClock.h"
+#include "session/ProjectFiles.h"
 
 #include <functional>
 #include <memory>
@@ -24,6 +26,8 @@ struct SessionEnvironment {
     MainQueue& queue;
     NotificationCenter& notifications;
     FileAccess& fileAccess;
+    Bookmarks& bookmarks;
+    ProjectFiles& projectFiles;
     Dialogs& dialogs;
     std::function<QString(const QString& key)> localized;
     const WallClock& wallClock;

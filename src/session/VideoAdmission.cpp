@@ -10,13 +10,21 @@
 
 namespace zumeta {
 
+// False when access is refused. A file that is held already is not asked for twice.
+bool CompositorViewModel::retainAccess(const FileUrl& url)
+{
+    if (std::ranges::find(m_securityScopedURLs, url) != m_securityScopedURLs.end())
+        return true;
+    if (!m_environment.fileAccess.startAccessing(url))
+        return false;
+    m_securityScopedURLs.push_back(url);
+    return true;
+}
+
 void CompositorViewModel::retainSecurityScopedAccess(const std::vector<FileUrl>& urls)
 {
-    for (const FileUrl& url : urls) {
-        const bool isListed = std::ranges::find(m_securityScopedURLs, url) != m_securityScopedURLs.end();
-        if (!isListed && m_environment.fileAccess.startAccessing(url))
-            m_securityScopedURLs.push_back(url);
-    }
+    for (const FileUrl& url : urls)
+        retainAccess(url);
 }
 
 void CompositorViewModel::releaseSecurityScopedResources()
@@ -26,22 +34,32 @@ void CompositorViewModel::releaseSecurityScopedResources()
     m_securityScopedURLs.clear();
 }
 
-void CompositorViewModel::loadVideo(Side side, const std::vector<FileUrl>& urls)
+void CompositorViewModel::loadVideo(Side side, const std::vector<FileUrl>& urls, Admission admission)
 {
     if (urls.empty())
         return;
     retainSecurityScopedAccess(urls);
     const QUuid requestID = m_loadRequestID[side] = QUuid::createUuid();
     // Asked here and not in the task: two sides that are loaded in one turn are not questioned against each other.
-    const std::optional<FileUrl> otherURL = m_fields.videoURL[otherSide(side)];
+    std::optional<FileUrl> otherURL;
+    if (admission == Admission::asksOtherSide)
+        otherURL = m_fields.videoURL[otherSide(side)];
     m_environment.queue.post([self = QPointer(this), side, urls, otherURL, requestID] {
-        if (!self)
-            return;
-        if (otherURL)
-            self->checkAndLoad(side, urls, *otherURL, requestID);
-        else
-            self->performLoad(side, urls, requestID);
+        if (self)
+            self->admitAndLoad(side, urls, otherURL, requestID);
     });
+}
+
+Task<> CompositorViewModel::admitAndLoad(Side side, std::vector<FileUrl> urls, std::optional<FileUrl> otherURL,
+                                         QUuid requestID)
+{
+    const QPointer<CompositorViewModel> self(this);
+    if (otherURL)
+        co_await checkAndLoad(side, std::move(urls), *otherURL, requestID);
+    else
+        co_await performLoad(side, std::move(urls), requestID);
+    if (self)
+        projectLoadHasEnded(side, requestID);
 }
 
 Task<> CompositorViewModel::checkAndLoad(Side side, std::vector<FileUrl> urls, FileUrl otherURL, QUuid requestID)

@@ -57,10 +57,8 @@ void CompositorViewModel::enterStep3(WorkflowStep oldStep)
     const bool comesFromASide = oldStep == WorkflowStep::step1 || oldStep == WorkflowStep::step2;
     m_fields.viewMode = ViewMode::split;
     setAlignmentState(AlignmentState::none);
-    if (comesFromASide && !m_isRestoringProjectStep) {
-        const VideoCompositionConfig& config = m_fields.projectConfig;
-        m_bases = {config.waterlineHeight, config.aboveOffset, config.aboveHorizontalOffset, config.aboveOffset};
-    }
+    if (comesFromASide && !m_isRestoringProjectStep)
+        m_bases = Step3Bases::equalTo(m_fields.projectConfig);
     if (m_fields.manualSyncTime.above && m_fields.manualSyncTime.below)
         editConfig([](VideoCompositionConfig& config) { config.isSynced = true; });
     updateDuration();
@@ -107,17 +105,24 @@ std::optional<VideoAsset>& CompositorViewModel::videoAsset(Side side)
     return side == Side::above ? m_fields.projectState.aboveVideo : m_fields.projectState.belowVideo;
 }
 
-void CompositorViewModel::clearVideo(Side side)
+// Leaves the record of the video in the project.
+void CompositorViewModel::unloadVideo(Side side)
 {
     const Operation operation(*this);
     m_loadRequestID[side] = QUuid::createUuid();
     m_fields.videoURL[side].reset();
     playerService(side).reset();
-    videoAsset(side).reset();
     if (side == Side::above)
         m_proxyService.setAboveVideoStatus({});
     else
         m_proxyService.setBelowVideoStatus({});
+}
+
+void CompositorViewModel::clearVideo(Side side)
+{
+    const Operation operation(*this);
+    unloadVideo(side);
+    videoAsset(side).reset();
     m_fields.manualSyncTime[side].reset();
     m_fields.alignmentPoints[side].reset();
     setAlignmentState(AlignmentState::none);
@@ -153,6 +158,10 @@ void CompositorViewModel::resetBelowStepOnly()
 void CompositorViewModel::resetProject()
 {
     const Operation operation(*this);
+    // A project that is on its way would come back into the new one.
+    m_newestProject = ++m_projectRequest;
+    ++m_keepRequest;
+    m_restoredProject.reset();
     releaseSecurityScopedResources();
     clearVideo(Side::above);
     clearVideo(Side::below);

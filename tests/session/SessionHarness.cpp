@@ -77,6 +77,55 @@ bool FakeFileAccess::startAccessing(const FileUrl& url)
     return !refused.contains(url.path().native());
 }
 
+Task<std::vector<std::optional<QByteArray>>> FakeBookmarks::make(std::vector<FileUrl> urls)
+{
+    co_await m_time.pass(delay);
+    std::vector<std::optional<QByteArray>> made;
+    for (const FileUrl& url : urls) {
+        const bool isGone = gone.contains(url.path().native());
+        made.push_back(isGone ? std::nullopt : std::optional(of(url.path().c_str())));
+    }
+    co_return made;
+}
+
+Task<std::vector<BookmarkOutcome>> FakeBookmarks::resolve(std::vector<QByteArray> bookmarks,
+                                                          std::vector<std::filesystem::path> searchFolders)
+{
+    searches.push_back(searchFolders);
+    co_await m_time.pass(delay);
+    std::vector<BookmarkOutcome> outcomes;
+    for (const QByteArray& bookmark : bookmarks) {
+        const std::string path = bookmark.mid(of("").size()).toStdString();
+        const auto place = moved.find(path);
+        if (gone.contains(path))
+            outcomes.emplace_back(BookmarkError(BookmarkError::Kind::notFound, "Not found: " + path));
+        else if (place != moved.end())
+            outcomes.emplace_back(ResolvedBookmark{FileUrl(place->second), true});
+        else
+            outcomes.emplace_back(ResolvedBookmark{FileUrl(path), false});
+    }
+    co_return outcomes;
+}
+
+Task<ProjectReadOutcome> FakeProjectFiles::read(FileUrl url)
+{
+    const auto slow = readDelays.find(url.path().native());
+    co_await m_time.pass(slow == readDelays.end() ? delay : slow->second);
+    const auto file = files.find(url.path().native());
+    if (file == files.end())
+        co_return ProjectFileError(ProjectFileError::Kind::fileNotReadable, {}, "no such file");
+    co_return file->second;
+}
+
+Task<ProjectWriteOutcome> FakeProjectFiles::write(FileUrl url, ProjectState state)
+{
+    co_await m_time.pass(delay);
+    if (isFull)
+        co_return ProjectFileError(ProjectFileError::Kind::fileNotWritten, {}, "disk full");
+    files[url.path().native()] = state;
+    co_return std::nullopt;
+}
+
 Task<ProxyOutcome> FakeProxyMaker::generateProxy(FileUrl url, ProxyConfig, Progress progress)
 {
     requests.push_back(url);
@@ -95,6 +144,8 @@ SessionHarness::SessionHarness()
         .queue = time,
         .notifications = notifications,
         .fileAccess = fileAccess,
+        .bookmarks = bookmarks,
+        .projectFiles = projectFiles,
         .dialogs = dialogs,
         .localized = [](const QString& key) { return QStringLiteral("[%1]").arg(key); },
         .wallClock = wallClock,

@@ -77,6 +77,44 @@ public:
     std::vector<FileUrl> stopped;
 };
 
+/// Bookmarks are the bytes of a path. What was moved is found at its new place; everything takes time.
+class FakeBookmarks final : public Bookmarks {
+public:
+    explicit FakeBookmarks(VirtualTime& time)
+        : m_time(time)
+    {}
+    static QByteArray of(const char* path) { return QByteArray("bookmark of ") + path; }
+    Task<std::vector<std::optional<QByteArray>>> make(std::vector<FileUrl> urls) override;
+    Task<std::vector<BookmarkOutcome>> resolve(std::vector<QByteArray> bookmarks,
+                                               std::vector<std::filesystem::path> searchFolders) override;
+
+    std::map<std::string, std::string> moved; ///< from, to
+    std::set<std::string> gone;               ///< neither made nor resolved
+    double delay = 0.05;
+    std::vector<std::vector<std::filesystem::path>> searches; ///< the folders of each
+
+private:
+    VirtualTime& m_time;
+};
+
+/// Project files that exist in the test's mind alone.
+class FakeProjectFiles final : public ProjectFiles {
+public:
+    explicit FakeProjectFiles(VirtualTime& time)
+        : m_time(time)
+    {}
+    Task<ProjectReadOutcome> read(FileUrl url) override;
+    Task<ProjectWriteOutcome> write(FileUrl url, ProjectState state) override;
+
+    std::map<std::string, ProjectState> files; ///< by path
+    std::map<std::string, double> readDelays;  ///< of files that take longer than `delay`
+    double delay = 0.02;
+    bool isFull = false; ///< nothing more can be written
+
+private:
+    VirtualTime& m_time;
+};
+
 /// Makes "/proxies/NAME" of "/NAME" after a while, or fails.
 class FakeProxyMaker final : public ProxyMaker {
 public:
@@ -103,6 +141,8 @@ struct SessionHarness {
     ManualWallClock wallClock{std::chrono::sys_days(std::chrono::year(2026) / 3 / 14)};
     FakeMedia media{time};
     FakeProxyMaker proxies{time};
+    FakeBookmarks bookmarks{time};
+    FakeProjectFiles projectFiles{time};
     std::vector<QString> log;
     LogCapture capture{[this](const QString& line) { log.push_back(line); }};
     std::unique_ptr<CompositorViewModel> session;

@@ -69,6 +69,8 @@ LiveSession::LiveSession(const std::filesystem::path& folder)
         .queue = m_queue,
         .notifications = m_notifications,
         .fileAccess = m_fileAccess,
+        .bookmarks = m_bookmarks,
+        .projectFiles = m_projectFiles,
         .dialogs = m_dialogs,
         .localized = [](const QString& key) { return key; },
         .wallClock = m_wallClock,

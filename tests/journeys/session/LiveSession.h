@@ -77,6 +77,8 @@ private:
     PlaybackClock m_clock{m_monotonic, m_queue};
     NotificationCenter m_notifications;
     OpenFileAccess m_fileAccess;
+    ThreadedBookmarks m_bookmarks;
+    ThreadedProjectFiles m_projectFiles;
     AnsweringDialogs m_dialogs{m_queue};
     SystemWallClock m_wallClock;
     CountedAssets m_assets;
