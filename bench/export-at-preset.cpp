@@ -26,7 +26,7 @@ int main(int argc, char** argv)
     ExportEnvironment environment = environmentOf(job);
     environment.encoderPreset = argv[1];
     ExportService service(environment);
-    const ExportOutcome outcome = service.exportComposite(job.params, request->output, [](double) {}).result();
+    const ExportOutcome outcome = service.start(job.params, request->output, [](double) {}).result();
     if (!outcome)
         return 0;
     std::fprintf(stderr, "%s\n", outcome->what());

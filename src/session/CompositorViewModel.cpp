@@ -18,7 +18,12 @@ CompositorViewModel::CompositorViewModel(SessionEnvironment environment)
     setupBindings();
 }
 
-CompositorViewModel::~CompositorViewModel() = default;
+CompositorViewModel::~CompositorViewModel()
+{
+    // A movie that nobody waits for any more must not be left half written when the program ends.
+    if (m_activeExportService)
+        m_activeExportService->cancel();
+}
 
 double CompositorViewModel::effectiveExportDuration() const
 {

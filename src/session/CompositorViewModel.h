@@ -134,6 +134,14 @@ public Q_SLOTS:
     void reconnectAboveVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::above, urls); }
     void reconnectBelowVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::below, urls); }
 
+    // Exporting.
+    /// Asks for a place and exports to it. Does nothing but close the sheet while an export runs or a place is being
+    /// asked for. `showWatermark` is received and not honoured: no exported file carries the mark.
+    void exportVideo(bool showWatermark);
+    /// The session is free for the next export at once; the pipeline ends within a frame and leaves no file.
+    void cancelExport();
+    void dismissExportNotification();
+
 Q_SIGNALS:
     /// The project that was opened last is in force and its videos are loaded, or the file could not be read.
     void projectLoadEnded(bool isRestored);
@@ -230,6 +238,18 @@ private:
     Task<> reconnect(Side side, std::vector<FileUrl> urls, QUuid requestID);
     void finishReconnect(Side side);
 
+    // Exporting.
+    Task<> chooseOutput();
+    Task<bool> showFileExistsConfirmation(FileUrl url);
+    void performExport(const FileUrl& url);
+    Task<> runExport(std::shared_ptr<Exporter> service, uint64_t number, FileUrl url);
+    void startExport(uint64_t exportNumber);
+    void showExportProgress(uint64_t exportNumber, double fraction);
+    void finishExport(uint64_t exportNumber, const FileUrl& url, const ExportOutcome& outcome);
+    void tellOfFailure(const ExportError& error);
+    void showExportNotification(const QString& titleKey, const QString& message, bool isError);
+    Task<> showInsufficientStorageAlert(StorageRequirement requirement);
+
     VideoPlayerService& playerService(Side side) { return *m_playerServices[side]; }
     const VideoPlayerService& playerService(Side side) const { return *m_playerServices[side]; }
     Player& player(Side side) { return playerService(side).player(); }
@@ -242,6 +262,13 @@ private:
     StepEditStack m_stepEditRedoStack;
     bool m_isRestoringStepEditSnapshot = false;
     bool m_shouldShowWatermark = false;
+    /// From the choice of a place on until the export is over or cancelled; one that lacked a video stays until the
+    /// next.
+    std::shared_ptr<Exporter> m_activeExportService;
+    uint64_t m_newestChosenExport = 0; ///< exports are numbered in the order of their choice
+    uint64_t m_newestExport = 0;       ///< the last that has started: the fields are its own
+    bool m_isChoosingOutput = false;
+    std::unique_ptr<SleepInhibitor::Inhibition> m_sleepInhibition; ///< while an export runs
     Sides<std::unique_ptr<VideoPlayerService>> m_playerServices;
     ProxyService m_proxyService;
     ClapDetectionService m_clapDetectionService;

@@ -10,9 +10,11 @@
 #include "platform/FileAccess.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
+#include "platform/SleepInhibitor.h"
 #include "platform/Task.h"
 #include "platform/WallClock.h"
 #include "session/ProjectFiles.h"
+#include "render/export/Exporter.h"
 
 #include <functional>
 #include <memory>
@@ -35,6 +37,8 @@ struct SessionEnvironment {
     std::function<Task<MetadataOutcome>(std::vector<FileUrl> urls)> loadMetadata;
     ProxyMaker& proxyGenerator;
     std::function<std::unique_ptr<Player>()> makePlayer;
+    std::function<std::shared_ptr<Exporter>()> makeExporter; ///< a new one for each export
+    SleepInhibitor& sleepInhibitor;
 };
 
 }

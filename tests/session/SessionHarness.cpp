@@ -67,8 +67,9 @@ Task<int> ScriptedDialogs::showAlert(Alert alert)
 Task<std::optional<FileUrl>> ScriptedDialogs::showSavePanel(SavePanel panel)
 {
     savePanels.push_back(panel);
+    const std::optional<FileUrl> place = savePlace; // the panel may outlast the test
     co_await m_time.pass(delay);
-    co_return savePlace;
+    co_return place;
 }
 
 bool FakeFileAccess::startAccessing(const FileUrl& url)
@@ -147,12 +148,14 @@ SessionHarness::SessionHarness()
         .bookmarks = bookmarks,
         .projectFiles = projectFiles,
         .dialogs = dialogs,
-        .localized = [](const QString& key) { return QStringLiteral("[%1]").arg(key); },
+        .localized = [this](const QString& key) { return localized(key); },
         .wallClock = wallClock,
         .assets = media,
         .loadMetadata = [this](std::vector<FileUrl> urls) { return media.loadMetadata(std::move(urls)); },
         .proxyGenerator = proxies,
         .makePlayer = [this] { return std::make_unique<VirtualPlayer>(clock); },
+        .makeExporter = [this] { return exporters.emplace_back(std::make_shared<FakeExporter>(time, exportScript)); },
+        .sleepInhibitor = sleepInhibitor,
     });
     time.runDueWork();
 }

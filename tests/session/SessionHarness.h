@@ -2,6 +2,8 @@
 #pragma once
 #include "platform/Log.h"
 #include "session/CompositorViewModel.h"
+#include "session/FakeExporter.h"
+#include "support/FakeSleepInhibitor.h"
 #include "support/ManualWallClock.h"
 #include "support/VirtualPlayer.h"
 #include "support/VirtualTime.h"
@@ -143,6 +145,13 @@ struct SessionHarness {
     FakeProxyMaker proxies{time};
     FakeBookmarks bookmarks{time};
     FakeProjectFiles projectFiles{time};
+    // Exporting.
+    ExportScript exportScript; ///< of exporters that will be made
+    std::vector<std::shared_ptr<FakeExporter>> exporters;
+    FakeSleepInhibitor sleepInhibitor;
+    std::function<QString(const QString&)> localized = [](const QString& key) {
+        return QStringLiteral("[%1]").arg(key);
+    };
     std::vector<QString> log;
     LogCapture capture{[this](const QString& line) { log.push_back(line); }};
     std::unique_ptr<CompositorViewModel> session;

@@ -54,7 +54,7 @@ ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request, 
     QFutureWatcher<ExportOutcome> watcher;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, QCoreApplication::instance(), &QCoreApplication::quit);
     watcher.setFuture(
-        service.exportComposite(job.params, request.output, [&progress](double fraction) { progress.show(fraction); }));
+        service.start(job.params, request.output, [&progress](double fraction) { progress.show(fraction); }));
     QCoreApplication::exec();
     progress.end();
     return watcher.result();

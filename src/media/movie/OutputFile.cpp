@@ -90,8 +90,10 @@ std::string OutputFile::failure() const
 void OutputFile::close()
 {
     avio_flush(m_context.get());
-    const int descriptor = std::exchange(m_descriptor, -1);
-    if (m_error == 0 && descriptor >= 0 && ::close(descriptor) != 0)
+    // Closing a copy tells of writes that fail late. The file itself stays open while this object lives, so that no
+    // other file comes to have its inode, by which remove() knows it.
+    const int copy = m_error == 0 ? ::dup(m_descriptor) : -1;
+    if (m_error == 0 && (copy < 0 || ::close(copy) != 0))
         m_error = errno;
     if (m_error != 0)
         throw MovieError(MovieError::Kind::cannotWrite, failure());

@@ -71,6 +71,7 @@ ExportRun::ExportRun(ExportParameters params, FileUrl outputURL, ExportEnvironme
                      std::function<void(double)> report)
     : m_params(std::move(params))
     , m_outputURL(std::move(outputURL))
+    , m_turns(m_outputURL)
     , m_environment(std::move(environment))
     , m_stop(std::move(stop))
     , m_report(std::move(report))
@@ -89,8 +90,10 @@ ExportOutcome ExportRun::run()
     } catch (...) {
         outcome = ExportError(ExportError::Case::unknown);
     }
-    if (m_writer)
+    if (m_writer) {
+        const OutputTurns::Turn turn = m_turns.take();
         m_writer->removeFile();
+    }
     // Whatever breaks while everything is being given up is a consequence of that.
     if (m_stop.stop_requested())
         outcome = ExportError(ExportError::Case::exportCancelled);
@@ -101,6 +104,15 @@ void ExportRun::exportMovie()
 {
     removeOldOutput();
     openSources();
+    createOutput();
+    writeMovie();
+    m_report(1.0);
+}
+
+void ExportRun::createOutput()
+{
+    const OutputTurns::Turn turn = m_turns.take();
+    throwIfCancelled();
     try {
         m_writer = MovieWriter::create(m_outputURL, movieSettings());
     } catch (const MovieError& error) {
@@ -108,8 +120,6 @@ void ExportRun::exportMovie()
             throw writerFailed(error.what());
         throw;
     }
-    writeMovie();
-    m_report(1.0);
 }
 
 void ExportRun::throwIfCancelled() const
@@ -120,6 +130,8 @@ void ExportRun::throwIfCancelled() const
 
 void ExportRun::removeOldOutput() const
 {
+    const OutputTurns::Turn turn = m_turns.take();
+    throwIfCancelled();
     for (const auto* urls : {&m_params.aboveVideoURLs, &m_params.belowVideoURLs}) {
         // A recording must never be lost to the movie made from it.
         if (std::any_of(urls->begin(), urls->end(), [&](const FileUrl& url) { return isSameFile(url, m_outputURL); }))

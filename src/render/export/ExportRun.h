@@ -4,6 +4,7 @@
 #include "media/movie/MovieWriter.h"
 #include "render/export/ExportService.h"
 #include "render/export/ExportTimeline.h"
+#include "render/export/OutputTurns.h"
 
 #include <stop_token>
 
@@ -22,6 +23,7 @@ private:
     void exportMovie();
     void removeOldOutput() const;
     void openSources();
+    void createOutput();
     MovieSettings movieSettings() const;
     std::unique_ptr<FrameSource> openReader(const MediaComposition& source, double start) const;
     void writeMovie();
@@ -29,6 +31,7 @@ private:
 
     const ExportParameters m_params;
     const FileUrl m_outputURL;
+    OutputTurns m_turns;
     const ExportEnvironment m_environment;
     const std::stop_token m_stop;
     const std::function<void(double)> m_report;

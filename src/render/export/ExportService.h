@@ -3,6 +3,7 @@
 #include "media/movie/MediaAsset.h"
 #include "platform/BundleInfo.h"
 #include "platform/FileUrl.h"
+#include "platform/Volume.h"
 #include "platform/WallClock.h"
 #include "render/MarkImage.h"
 #include "render/export/Exporter.h"
@@ -26,26 +27,29 @@ struct ExportEnvironment {
     std::function<MediaAsset(const FileUrl&, const std::stop_token&)> loadAsset = MediaAsset::load;
     /// A preset of the encoder in place of the house's settings, to compare them.
     std::string encoderPreset;
+    /// Asked for free space on a thread of its own.
+    std::shared_ptr<const Volume> volume = std::make_shared<SystemVolume>();
 };
 
 /// Turns two sets of source files into one MP4 file. One object serves one export. Its calls belong to the main
 /// thread; the work runs on a thread of its own and goes on when the object is dropped.
-class ExportService {
+class ExportService final : public Exporter {
 public:
     explicit ExportService(ExportEnvironment environment = {});
-    ~ExportService();
-    ExportService(const ExportService&) = delete; // it stands for one running export
-    ExportService& operator=(const ExportService&) = delete;
+    ~ExportService() override;
 
-    /// Starts at once. `progressHandler` gets fractions 0 to 1 through this thread's event loop, once for every whole
-    /// percent and a last time with 1 before the future ends. The future is never cancelled: cancel() ends it with
-    /// ExportError::exportCancelled.
-    QFuture<ExportOutcome> exportComposite(const ExportParameters& params, const FileUrl& outputURL,
-                                           std::function<void(double)> progressHandler);
+    Task<std::optional<StorageRequirement>> storageRequirement(double exportDuration, ExportResolutionType resolution,
+                                                               FileUrl outputURL) override;
+    Task<ExportOutcome> exportComposite(ExportParameters params, FileUrl outputURL,
+                                        std::function<void(double)> progressHandler) override;
+    void cancel() override;
+    bool isCancelled() const override;
 
-    /// Gives the export up within a frame.
-    void cancel();
-    bool isCancelled() const;
+    /// exportComposite for those who wait on a future. `progressHandler` gets fractions 0 to 1 through this thread's
+    /// event loop, once for every whole percent and a last time with 1, posted before the future ends. The future is
+    /// never cancelled: cancel() ends it with ExportError::exportCancelled.
+    QFuture<ExportOutcome> start(const ExportParameters& params, const FileUrl& outputURL,
+                                 std::function<void(double)> progressHandler);
 
 private:
     class Run;

@@ -77,7 +77,9 @@ LiveSession::LiveSession(const std::filesystem::path& folder)
         .assets = m_assets,
         .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
         .proxyGenerator = m_proxies,
-        .makePlayer = [this] { return std::make_unique<MoviePlayer>(m_clock, m_queue, nullptr); }});
+        .makePlayer = [this] { return std::make_unique<MoviePlayer>(m_clock, m_queue, nullptr); },
+        .makeExporter = [this] { return std::make_shared<ExportService>(m_exportEnvironment); },
+        .sleepInhibitor = m_sleepInhibitor});
 }
 
 LiveSession::~LiveSession() = default;

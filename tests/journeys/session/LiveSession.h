@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "media/ProxyGenerator.h"
+#include "render/export/ExportService.h"
 #include "session/CompositorViewModel.h"
 #include "support/BarCode.h"
+#include "support/FakeSleepInhibitor.h"
 #include "support/TemporaryFolder.h"
 
 #include <deque>
@@ -49,10 +51,15 @@ public:
     LiveSession& operator=(const LiveSession&) = delete;
 
     CompositorViewModel& session() { return *m_session; }
+    /// As when the application ends; nothing else is asked of the session after it.
+    void endSession() { m_session.reset(); }
     PlaybackClock& clock() { return m_clock; }
     Player& player(Side side) { return service(side).player(); }
     VideoPlayerService& service(Side side);
     AnsweringDialogs& dialogs() { return m_dialogs; }
+    /// Surroundings of exports that will begin.
+    ExportEnvironment& exportEnvironment() { return m_exportEnvironment; }
+    const FakeSleepInhibitor& sleepInhibitor() const { return m_sleepInhibitor; }
 
     /// Runs the event loop until `condition` holds. False when it does not within `seconds`.
     bool waitFor(const std::function<bool()>& condition, double seconds = 30);
@@ -84,6 +91,8 @@ private:
     CountedAssets m_assets;
     VideoMetadataLoader m_metadata;
     ProxyGenerator m_proxies;
+    ExportEnvironment m_exportEnvironment;
+    FakeSleepInhibitor m_sleepInhibitor;
     std::unique_ptr<CompositorViewModel> m_session;
 };
 

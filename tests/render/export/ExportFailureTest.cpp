@@ -261,8 +261,8 @@ TEST(ExportFailure, ACancelAtOnceWritesNothing)
     const TemporaryFolder folder;
     ExportService service;
     service.cancel();
-    auto future = service.exportComposite(compositeOf({good(Side::above)}, {good(Side::below)}),
-                                          folder.url("movie.mp4"), [](double) {});
+    auto future =
+        service.start(compositeOf({good(Side::above)}, {good(Side::below)}), folder.url("movie.mp4"), [](double) {});
     future.waitForFinished();
     ASSERT_TRUE(future.result());
     EXPECT_EQ(future.result()->errorDescription().toStdString(), "Export was cancelled");

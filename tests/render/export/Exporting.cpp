@@ -71,7 +71,7 @@ ExportReport runExport(const ExportParameters& params, const std::filesystem::pa
     QTimer turns;
     QObject::connect(&turns, &QTimer::timeout, &loop, [&] { ++report.turnsOfTheEventLoop; });
     turns.start(std::chrono::milliseconds(5));
-    watcher.setFuture(service.exportComposite(params, FileUrl(output), [&](double fraction) {
+    watcher.setFuture(service.start(params, FileUrl(output), [&](double fraction) {
         report.progress.push_back(fraction);
         if (watch)
             watch(service, fraction);
