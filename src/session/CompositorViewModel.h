@@ -6,7 +6,7 @@
 #include "session/FrameRateFamily.h"
 #include "session/PublishedFields.h"
 #include "session/SessionEnvironment.h"
-#include "session/StepEditSnapshot.h"
+#include "session/StepEditHistory.h"
 
 namespace zumeta {
 
@@ -75,8 +75,7 @@ public:
     /// Both players can be asked for their pictures of one moment of it.
     const PlaybackClock& playbackClock() const { return m_environment.playbackClock; }
     bool shouldShowWatermark() const { return m_shouldShowWatermark; }
-    const StepEditStack& stepEditUndoStack() const { return m_stepEditUndoStack; }
-    const StepEditStack& stepEditRedoStack() const { return m_stepEditRedoStack; }
+    const StepEditHistory& stepEditHistory() const { return m_stepEditHistory; }
 
 public Q_SLOTS:
     // Workflow.
@@ -194,8 +193,7 @@ private:
     std::vector<FileUrl> m_securityScopedURLs;
     Sides<QUuid> m_loadRequestID; ///< of the newest load of each side
     bool m_isSeekingForTrimLoop = false;
-    StepEditStack m_stepEditUndoStack;
-    StepEditStack m_stepEditRedoStack;
+    StepEditHistory m_stepEditHistory;
     bool m_isRestoringStepEditSnapshot = false;
     bool m_shouldShowWatermark = false;
     Sides<std::unique_ptr<VideoPlayerService>> m_playerServices;

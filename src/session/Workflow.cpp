@@ -160,8 +160,7 @@ void CompositorViewModel::resetProject()
     m_fields.showMissingFileAlert = false;
     m_fields.projectState = ProjectState::createdNow(m_environment.wallClock);
     setProjectConfig({});
-    m_fields.trimMarkers.clear();
-    m_fields.selectedTrimMarker.reset();
+    m_fields.trimMarkers = {};
     setCurrentStep(WorkflowStep::step1);
     m_fields.maxReachedStep = WorkflowStep::step1;
 }
