@@ -168,6 +168,7 @@ void CompositorViewModel::resetProject()
 void CompositorViewModel::resetStep3AdjustmentValues()
 {
     const Operation operation(*this);
+    recordStepEditUndoSnapshot();
     editConfig([this](VideoCompositionConfig& config) {
         config.waterlineHeight = m_bases.waterlineHeight;
         config.aboveOffset = m_bases.aboveOffset;
