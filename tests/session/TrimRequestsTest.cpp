@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "session/SessionHarness.h"
+#include "session/StepFour.h"
 
 namespace zumeta {
 namespace {
@@ -11,10 +11,7 @@ using testing::IsEmpty;
 constexpr auto kStep3 = WorkflowStep::step3;
 constexpr auto kStep4 = WorkflowStep::step4;
 
-/// A composite of 30 seconds.
-struct Requests : SessionTest {
-    Requests() { enterComposite(kStep4, {60, 10}, {30, 4}); }
-
+struct Requests : StepFour {
     void askForTrim(const QVariant& point)
     {
         post(notifications::kSetTrimPointToPlayhead, {{QStringLiteral("point"), point}});
@@ -23,7 +20,6 @@ struct Requests : SessionTest {
     {
         post(notifications::kNavigateTrimMarker, {{QStringLiteral("direction"), direction}});
     }
-    std::size_t undoCount() const { return session->stepEditHistory().undoCount(); }
 };
 
 struct TrimRequests : Requests {};
