@@ -68,6 +68,11 @@ void CompositorViewModel::bindNotifications()
     observe(notifications::kTogglePlaybackShortcut, &CompositorViewModel::togglePlaybackRequested);
     observe(notifications::kPausePlaybackShortcut, &CompositorViewModel::pauseRequested);
     observe(notifications::kAdjustPlaybackRateShortcut, &CompositorViewModel::adjustPlaybackRateRequested);
+    observe(notifications::kSetTrimPointToPlayhead, &CompositorViewModel::setTrimPointRequested);
+    observe(notifications::kDeleteSelectedTrimMarker, &CompositorViewModel::deleteTrimMarkerRequested);
+    observe(notifications::kNavigateTrimMarker, &CompositorViewModel::navigateTrimMarkerRequested);
+    observe(notifications::kUndoStepEdit, &CompositorViewModel::undoRequested);
+    observe(notifications::kRedoStepEdit, &CompositorViewModel::redoRequested);
 }
 
 void CompositorViewModel::stepFramesRequested(const QVariantMap& userInfo)
@@ -80,6 +85,8 @@ void CompositorViewModel::markSyncPointRequested(const QVariantMap&)
 {
     if (const std::optional<Side> side = stepSide())
         toggleLock(*side);
+    else if (m_fields.currentStep == WorkflowStep::step4)
+        addTrimMarkerAtCurrentTime();
 }
 
 void CompositorViewModel::togglePlaybackRequested(const QVariantMap&)
@@ -96,6 +103,41 @@ void CompositorViewModel::adjustPlaybackRateRequested(const QVariantMap& userInf
 {
     const QVariant faster = userInfo.value(QStringLiteral("faster"));
     adjustPlaybackRate(faster.typeId() == QMetaType::Bool ? faster.toBool() : true);
+}
+
+void CompositorViewModel::setTrimPointRequested(const QVariantMap& userInfo)
+{
+    if (m_fields.currentStep != WorkflowStep::step4)
+        return;
+    const QString point = userInfo.value(QStringLiteral("point")).toString();
+    if (point == QLatin1String("start"))
+        pressTrimStartToPlayhead();
+    else if (point == QLatin1String("end"))
+        pressTrimEndToPlayhead();
+    else
+        beginStep4Adjustment();
+}
+
+void CompositorViewModel::deleteTrimMarkerRequested(const QVariantMap&)
+{
+    if (m_fields.currentStep == WorkflowStep::step4)
+        deleteSelectedTrimMarker();
+}
+
+void CompositorViewModel::navigateTrimMarkerRequested(const QVariantMap& userInfo)
+{
+    if (const std::optional<int> direction = integerAt(userInfo, QStringLiteral("direction")))
+        navigateTrimMarker(*direction);
+}
+
+void CompositorViewModel::undoRequested(const QVariantMap&)
+{
+    undoLastStepEdit();
+}
+
+void CompositorViewModel::redoRequested(const QVariantMap&)
+{
+    redoLastStepEdit();
 }
 
 }

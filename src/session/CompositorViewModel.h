@@ -8,7 +8,7 @@
 #include "session/RestoredProject.h"
 #include "session/SessionEnvironment.h"
 #include "session/Step3Bases.h"
-#include "session/StepEditSnapshot.h"
+#include "session/StepEditHistory.h"
 
 namespace zumeta {
 
@@ -36,6 +36,13 @@ class CompositorViewModel final : public PublishedFields {
     Q_PROPERTY(bool showTimelineHighlight READ showTimelineHighlight NOTIFY changed FINAL)
     Q_PROPERTY(bool showMarkButtonHighlight READ showMarkButtonHighlight NOTIFY changed FINAL)
     Q_PROPERTY(bool showTapAreaHighlight READ showTapAreaHighlight NOTIFY changed FINAL)
+    // Trims and editing.
+    Q_PROPERTY(double trimStart READ trimStart WRITE setTrimStart NOTIFY changed FINAL)
+    Q_PROPERTY(double trimEndPosition READ trimEndPosition WRITE setTrimEndPosition NOTIFY changed FINAL)
+    Q_PROPERTY(bool isCurrentTimeAssignedToTrimStart READ isCurrentTimeAssignedToTrimStart NOTIFY changed FINAL)
+    Q_PROPERTY(bool isCurrentTimeAssignedToTrimEnd READ isCurrentTimeAssignedToTrimEnd NOTIFY changed FINAL)
+    Q_PROPERTY(bool canUndoStepEdit READ canUndoStepEdit NOTIFY changed FINAL)
+    Q_PROPERTY(bool canRedoStepEdit READ canRedoStepEdit NOTIFY changed FINAL)
 public:
     using CameraType = zumeta::CameraType;
     using FrameRateFamily = zumeta::FrameRateFamily;
@@ -71,14 +78,25 @@ public:
     double relativeAboveHorizontalOffset() const;
     void setRelativeAboveHorizontalOffset(double value);
 
+    // Trims, as the numeric rows show and set them: they keep half a second. Composite seconds.
+    double trimStart() const { return projectConfig().exportTrimStartSeconds; }
+    void setTrimStart(double seconds);
+    double trimEndPosition() const;
+    void setTrimEndPosition(double position);
+    bool isCurrentTimeAssignedToTrimStart() const;
+    bool isCurrentTimeAssignedToTrimEnd() const;
+
+    // Undo and redo of Steps 3 and 4.
+    const StepEditHistory& stepEditHistory() const { return m_stepEditHistory; }
+    bool canUndoStepEdit() const { return isCompositeStep() && m_stepEditHistory.undoCount() > 0; }
+    bool canRedoStepEdit() const { return isCompositeStep() && m_stepEditHistory.redoCount() > 0; }
+
     VideoPlayerService& abovePlayerService() { return *m_playerServices.above; }
     VideoPlayerService& belowPlayerService() { return *m_playerServices.below; }
     ProxyService& proxyService() { return m_proxyService; }
     /// Both players can be asked for their pictures of one moment of it.
     const PlaybackClock& playbackClock() const { return m_environment.playbackClock; }
     bool shouldShowWatermark() const { return m_shouldShowWatermark; }
-    const StepEditStack& stepEditUndoStack() const { return m_stepEditUndoStack; }
-    const StepEditStack& stepEditRedoStack() const { return m_stepEditRedoStack; }
 
 public Q_SLOTS:
     // Workflow.
@@ -120,6 +138,44 @@ public Q_SLOTS:
     void onPickWaterline(double y);
     /// The pointer's height over the picture, or nothing outside it.
     void onHover(std::optional<double> y);
+
+    // Trims and markers. Composite seconds; times beyond the timeline mean its nearest end.
+    void addTrimMarkerAtCurrentTime();
+    /// A click: selects the marker and goes there, or deselects the selected one.
+    void selectTrimMarker(double time);
+    /// The beginning of a drag: selects, and never deselects.
+    void selectTrimMarkerForEditing(double time);
+    void updateSelectedTrimMarker(double time);
+    void deleteSelectedTrimMarker();
+    void clearTimelineMarkers();
+    /// To the next (+1) or the previous (-1) marker or end of the range. Step 4 alone.
+    void navigateTrimMarker(int direction);
+    /// Both work from the playhead, on a marker or not. The range may become empty.
+    void applySelectedMarkerToTrimStart();
+    void applySelectedMarkerToTrimEnd();
+    /// Nothing while the playhead stands on the other end of the range.
+    void applyCurrentTimeToTrimStartIfAllowed();
+    void applyCurrentTimeToTrimEndIfAllowed();
+    void resetTrimRange();
+
+    // Step-edit history.
+    /// To be called before an edit of Steps 3 and 4 that can be undone.
+    void recordStepEditUndoSnapshot();
+    void undoLastStepEdit();
+    void redoLastStepEdit();
+
+    // What the panels of Steps 3 and 4 do beyond the plain operations: it counts as taking part in the guide, and undo
+    // comes back to before it.
+    void beginStep3Adjustment(); ///< of any row
+    void beginStep4Adjustment();
+    void markStep4ExportControlsInteracted();
+    void pressLoopPlayback();
+    void pressSlowPlayback();
+    void pressResetAdjustmentValues();
+    void pressGoToStep4();
+    void pressStartOver();
+    void pressTrimStartToPlayhead();
+    void pressTrimEndToPlayhead();
 
     // Projects.
     /// Brings projectState up to date and then shows the save panel. In Steps 3 and 4 only.
@@ -172,6 +228,11 @@ private:
     void togglePlaybackRequested(const QVariantMap& userInfo);
     void pauseRequested(const QVariantMap& userInfo);
     void adjustPlaybackRateRequested(const QVariantMap& userInfo);
+    void setTrimPointRequested(const QVariantMap& userInfo);
+    void deleteTrimMarkerRequested(const QVariantMap& userInfo);
+    void navigateTrimMarkerRequested(const QVariantMap& userInfo);
+    void undoRequested(const QVariantMap& userInfo);
+    void redoRequested(const QVariantMap& userInfo);
 
     // Video admission.
     enum class Admission { asksOtherSide, isGranted };
@@ -201,6 +262,7 @@ private:
     void seekIfAway(Side side, double mediaTime);
     void seekComposite(double time, SeekTolerance tolerance);
     void setPlayerRate(Side side, double rate);
+    void followSlowPlaybackSwitch();
     bool standsAtAnEnd(Side side) const;
     void bringSidesTogether();
     void holdSidesAtAnEnd(double compositeTime);
@@ -216,6 +278,17 @@ private:
     void toggleLock(Side side);
     void markSync(Side side);
     void takeWaterlinePick(double y);
+
+    // Trims and markers.
+    void moveTrimStart(double position, double shortestRange);
+    void moveTrimEnd(double position, double shortestRange);
+    double markerMeantBy(double time) const;
+    void goToMarker(double time);
+
+    // Step-edit history.
+    StepEditSnapshot currentStepEditSnapshot() const;
+    void writeStepEditValues(const StepEditSnapshot& snapshot);
+    void restoreStepEditSnapshot(const StepEditSnapshot& snapshot);
 
     // Projects.
     QString filenameTimestamp() const;
@@ -258,8 +331,7 @@ private:
     std::vector<FileUrl> m_securityScopedURLs;
     Sides<QUuid> m_loadRequestID; ///< of the newest load of each side
     bool m_isSeekingForTrimLoop = false;
-    StepEditStack m_stepEditUndoStack;
-    StepEditStack m_stepEditRedoStack;
+    StepEditHistory m_stepEditHistory;
     bool m_isRestoringStepEditSnapshot = false;
     bool m_shouldShowWatermark = false;
     /// From the choice of a place on until the export is over or cancelled; one that lacked a video stays until the

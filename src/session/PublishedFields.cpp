@@ -39,8 +39,8 @@ void PublishedFields::endOperation()
     compare(now.isPlaying, told.isPlaying, &PublishedFields::isPlayingChanged);
     compare(now.currentTime, told.currentTime, &PublishedFields::currentTimeChanged);
     compare(now.duration, told.duration, &PublishedFields::durationChanged);
-    compare(now.trimMarkers, told.trimMarkers, &PublishedFields::trimMarkersChanged);
-    compare(now.selectedTrimMarker, told.selectedTrimMarker, &PublishedFields::selectedTrimMarkerChanged);
+    compare(now.trimMarkers.times, told.trimMarkers.times, &PublishedFields::trimMarkersChanged);
+    compare(now.trimMarkers.selected, told.trimMarkers.selected, &PublishedFields::selectedTrimMarkerChanged);
     compare(now.isStep3LoopEnabled, told.isStep3LoopEnabled, &PublishedFields::isStep3LoopEnabledChanged);
     compare(now.isStep3SlowPlaybackEnabled, told.isStep3SlowPlaybackEnabled,
             &PublishedFields::isStep3SlowPlaybackEnabledChanged);

@@ -5,6 +5,7 @@
 #include "model/CameraType.h"
 #include "model/ProjectState.h"
 #include "session/Side.h"
+#include "session/TrimMarkers.h"
 
 #include <QObject>
 #include <QUuid>
@@ -112,8 +113,8 @@ public:
     bool isPlaying() const { return m_fields.isPlaying; }
     double currentTime() const { return m_fields.currentTime; }
     double duration() const { return m_fields.duration; }
-    const std::vector<double>& trimMarkers() const { return m_fields.trimMarkers; }
-    std::optional<double> selectedTrimMarker() const { return m_fields.selectedTrimMarker; }
+    const std::vector<double>& trimMarkers() const { return m_fields.trimMarkers.times; }
+    std::optional<double> selectedTrimMarker() const { return m_fields.trimMarkers.selected; }
     bool isStep3LoopEnabled() const { return m_fields.isStep3LoopEnabled; }
     bool isStep3SlowPlaybackEnabled() const { return m_fields.isStep3SlowPlaybackEnabled; }
     bool isAboveVideoBlack() const { return m_fields.isVideoBlack.above; }
@@ -239,8 +240,7 @@ protected:
         bool isPlaying = false;                 ///< playback intended
         double currentTime = 0; ///< seconds: media time in Steps 1 and 2, composite time in Steps 3 and 4
         double duration = 0;    ///< seconds, of the current step's timeline
-        std::vector<double> trimMarkers;
-        std::optional<double> selectedTrimMarker;
+        TrimMarkers trimMarkers;
         bool isStep3LoopEnabled = true;
         bool isStep3SlowPlaybackEnabled = false;
         Sides<bool> isVideoBlack; ///< only ever set to false: no side runs out inside the composite

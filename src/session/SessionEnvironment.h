@@ -13,8 +13,8 @@
 #include "platform/SleepInhibitor.h"
 #include "platform/Task.h"
 #include "platform/WallClock.h"
-#include "session/ProjectFiles.h"
 #include "render/export/Exporter.h"
+#include "session/ProjectFiles.h"
 
 #include <functional>
 #include <memory>

@@ -24,7 +24,4 @@ struct StepEditSnapshot {
     friend bool operator==(const StepEditSnapshot&, const StepEditSnapshot&) = default;
 };
 
-/// The last element is the top.
-using StepEditStack = std::vector<StepEditSnapshot>;
-
 }

@@ -243,6 +243,11 @@ void CompositorViewModel::toggleStep3SlowPlayback()
 {
     const Operation operation(*this);
     m_fields.isStep3SlowPlaybackEnabled = !m_fields.isStep3SlowPlaybackEnabled;
+    followSlowPlaybackSwitch();
+}
+
+void CompositorViewModel::followSlowPlaybackSwitch()
+{
     if (m_fields.currentStep != WorkflowStep::step3 || !m_fields.isPlaying)
         return;
     bringSidesTogether();

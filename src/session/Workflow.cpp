@@ -169,8 +169,7 @@ void CompositorViewModel::resetProject()
     m_fields.showMissingFileAlert = false;
     m_fields.projectState = ProjectState::createdNow(m_environment.wallClock);
     setProjectConfig({});
-    m_fields.trimMarkers.clear();
-    m_fields.selectedTrimMarker.reset();
+    m_fields.trimMarkers = {};
     setCurrentStep(WorkflowStep::step1);
     m_fields.maxReachedStep = WorkflowStep::step1;
 }
@@ -178,6 +177,7 @@ void CompositorViewModel::resetProject()
 void CompositorViewModel::resetStep3AdjustmentValues()
 {
     const Operation operation(*this);
+    recordStepEditUndoSnapshot();
     editConfig([this](VideoCompositionConfig& config) {
         config.waterlineHeight = m_bases.waterlineHeight;
         config.aboveOffset = m_bases.aboveOffset;

@@ -40,7 +40,7 @@ TEST_F(Bindings, MarkSyncPointLocksTheSideOfTheStep)
     EXPECT_TRUE(session->manualSyncTimeBelow());
 }
 
-TEST_F(Bindings, MarkSyncPointDoesNothingInTheLaterSteps)
+TEST_F(Bindings, MarkSyncPointLocksNothingInTheLaterSteps)
 {
     for (const WorkflowStep step : {WorkflowStep::step3, WorkflowStep::step4}) {
         session->setCurrentStep(step);

@@ -16,8 +16,8 @@ struct Recordings {
     double timingOffset = 0;
 };
 
-/// Plays, pauses, seeks, steps, loops and changes rates at random, and looks at both sides at every report and at many
-/// moments between.
+/// Plays, pauses, seeks, steps, loops, changes rates, undoes and redoes at random, and looks at both sides at every
+/// report and at many moments between.
 class InStep : public SessionTest, public testing::WithParamInterface<Recordings> {
 protected:
     InStep()
@@ -50,7 +50,7 @@ protected:
 
     void act()
     {
-        switch (std::uniform_int_distribution(0, 9)(random)) {
+        switch (std::uniform_int_distribution(0, 11)(random)) {
         case 0:
         case 1:
             session->togglePlayback();
@@ -69,10 +69,17 @@ protected:
             session->adjustPlaybackRate(chance(0.5));
             break;
         case 7:
-            session->toggleStep3SlowPlayback();
+            session->pressSlowPlayback();
             break;
         case 8:
             session->setStep3LoopEnabled(chance(0.7));
+            break;
+        case 9:
+            chance(0.6) ? session->undoLastStepEdit() : session->redoLastStepEdit();
+            break;
+        case 10:
+            session->addTrimMarkerAtCurrentTime();
+            session->navigateTrimMarker(chance(0.5) ? 1 : -1);
             break;
         default:
             changeStepOrTrims();

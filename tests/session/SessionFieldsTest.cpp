@@ -91,8 +91,8 @@ TEST_F(FreshSession, HasNothingOfTrimsExportsAndAnalysis)
 {
     EXPECT_TRUE(session->trimMarkers().empty());
     EXPECT_EQ(session->selectedTrimMarker(), std::nullopt);
-    EXPECT_TRUE(session->stepEditUndoStack().empty());
-    EXPECT_TRUE(session->stepEditRedoStack().empty());
+    EXPECT_EQ(session->stepEditHistory().undoCount(), 0u);
+    EXPECT_EQ(session->stepEditHistory().redoCount(), 0u);
     EXPECT_FALSE(session->isExporting());
     EXPECT_EQ(session->exportProgress(), 0);
     EXPECT_EQ(session->exportNotification(), std::nullopt);

@@ -3,8 +3,6 @@
 #include "session/FrameRateFamily.h"
 #include "session/PictureShape.h"
 #include "session/ShuttleRate.h"
-#include "session/StepEditSnapshot.h"
-#include "session/TrimRange.h"
 #include "session/WaterlinePick.h"
 
 #include <gtest/gtest.h>
@@ -13,55 +11,6 @@
 
 namespace zumeta {
 namespace {
-
-VideoCompositionConfig trimmed(double start, double end)
-{
-    VideoCompositionConfig config;
-    config.exportTrimStartSeconds = start;
-    config.exportTrimEndSeconds = end;
-    return config;
-}
-
-TEST(TrimRange, RunsFromTheStartTrimToTheEndTrim)
-{
-    EXPECT_EQ(TrimRange::of(trimmed(2, 3.5), 30), (TrimRange{2, 26.5}));
-}
-
-TEST(TrimRange, ThatIsEmptyEndsWhereItStarts)
-{
-    EXPECT_EQ(TrimRange::of(trimmed(20, 15), 30), (TrimRange{20, 20}));
-}
-
-TEST(TrimClamp, LeavesTrimsThatFit)
-{
-    VideoCompositionConfig config = trimmed(2, 3);
-    clampExportTrim(config, 30);
-    EXPECT_EQ(config, trimmed(2, 3));
-}
-
-TEST(TrimClamp, TheStartTakesThePrecedence)
-{
-    VideoCompositionConfig config = trimmed(25, 20);
-    clampExportTrim(config, 30);
-    EXPECT_EQ(config, trimmed(25, 5));
-}
-
-TEST(TrimClamp, ATimelineWithoutLengthTakesBoth)
-{
-    VideoCompositionConfig config = trimmed(4, 5);
-    clampExportTrim(config, 0);
-    EXPECT_EQ(config, trimmed(0, 0));
-    config = trimmed(4, 5);
-    clampExportTrim(config, -1);
-    EXPECT_EQ(config, trimmed(0, 0));
-}
-
-TEST(TrimClamp, NegativeTrimsBecomeZero)
-{
-    VideoCompositionConfig config = trimmed(-1, -2);
-    clampExportTrim(config, 30);
-    EXPECT_EQ(config, trimmed(0, 0));
-}
 
 TEST(FrameRateFamily, ExactThirtyAndTwentyFourAreNtsc)
 {
@@ -199,14 +148,6 @@ TEST(WaterlinePick, TheScaleHoldsTheZoomAndTheCamera)
     AlignmentPoints points{0.5, {}};
     pickWaterline(Side::below, 0.5, points, config, CameraType::insta360);
     EXPECT_DOUBLE_EQ(config.waterlineHeight, 300 / 1.78);
-}
-
-TEST(StepEditSnapshot, IsComparedFieldByField)
-{
-    StepEditSnapshot snapshot;
-    EXPECT_EQ(snapshot, StepEditSnapshot());
-    snapshot.selectedTrimMarker = 0;
-    EXPECT_NE(snapshot, StepEditSnapshot());
 }
 
 }
