@@ -149,7 +149,7 @@ private:
     bool take(const Wanted& one, const FileUrl& url)
     {
         const std::string& owner = one.identity.url.path().native();
-        return m_owners.emplace(url.path().native(), owner).first->second == owner;
+        return m_owners.emplace(url.path().lexically_normal().native(), owner).first->second == owner;
     }
 
     std::vector<Wanted*> m_wanted;

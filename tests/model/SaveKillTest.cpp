@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/ProjectDocument.h"
 #include "model/ProjectStates.h"
+#include "platform/FileBytes.h"
 #include "platform/FileDescriptor.h"
 #include "support/FileSandbox.h"
 #include "support/LongRun.h"
@@ -19,10 +20,11 @@ namespace {
 
 using std::chrono::microseconds;
 
-/// Saves one project after the other over the same file until it is killed.
+/// Saves one project after the other over the same file until it is killed. What it writes was encoded beforehand: the
+/// more of its time goes into the file, the more kills fall into a save.
 class EndlessSaver {
 public:
-    EndlessSaver(const FileUrl& url, const std::array<ProjectState, 2>& states)
+    EndlessSaver(const FileUrl& url, const std::array<QByteArray, 2>& contents)
     {
         std::array<int, 2> ends{};
         if (::pipe(ends.data()) != 0)
@@ -31,10 +33,10 @@ public:
         FileDescriptor writing(ends[1]);
         m_process = ::fork();
         if (m_process == 0) {
-            writeProjectFile(url, states[0]);
+            replaceFileBytes(url, contents[0]);
             writing.close(); // the first save, which clears up, is over
             for (size_t i = 1;; ++i)
-                writeProjectFile(url, states[i % 2]);
+                replaceFileBytes(url, contents[i % 2]);
         }
         writing.close();
         char nothing = 0;
@@ -71,11 +73,11 @@ std::array<ProjectState, 2> smallAndLarge()
     return {small, large};
 }
 
-microseconds timeOfTwoSaves(const FileUrl& url, const std::array<ProjectState, 2>& states)
+microseconds timeOfTwoSaves(const FileUrl& url, const std::array<QByteArray, 2>& contents)
 {
     const auto start = std::chrono::steady_clock::now();
-    for (const ProjectState& state : states)
-        writeProjectFile(url, state);
+    for (const QByteArray& bytes : contents)
+        replaceFileBytes(url, bytes);
     return std::chrono::duration_cast<microseconds>(std::chrono::steady_clock::now() - start);
 }
 
@@ -86,16 +88,18 @@ TEST(KilledSave, LeavesTheOldOrTheNewProjectWhole)
     const FileSandbox sandbox;
     const FileUrl url = sandbox.url("swim.zumetaproj");
     const std::array<ProjectState, 2> states = smallAndLarge();
+    const std::array<QByteArray, 2> contents{ProjectDocument{states[0]}.fileContents(),
+                                             ProjectDocument{states[1]}.fileContents()};
     const auto seed = std::random_device()();
     std::cout << "seed " << seed << '\n';
     std::mt19937 random(seed);
-    std::uniform_int_distribution<int64_t> moment(0, 2 * timeOfTwoSaves(url, states).count());
+    std::uniform_int_distribution<int64_t> moment(0, 2 * timeOfTwoSaves(url, contents).count());
 
     const int kills = longRun() ? 200 : 25;
     int midway = 0;
     std::array<int, 2> found{};
     for (int i = 0; i < kills && !HasFailure(); ++i) {
-        EndlessSaver saver(url, states);
+        EndlessSaver saver(url, contents);
         std::this_thread::sleep_for(microseconds(moment(random)));
         ASSERT_EQ(saver.kill(), SIGKILL);
         const ProjectState there = readProjectFile(url);

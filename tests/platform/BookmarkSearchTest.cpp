@@ -12,18 +12,19 @@ namespace fs = std::filesystem;
 using test::FileSandbox;
 using testing::ElementsAre;
 
-/// Runs forward only when the test says so, at a chosen number of looks at it.
+/// Stands still, and at a chosen number of looks at it does what the test says: jumps, or something else.
 class CountingClock final : public Clock {
 public:
     double now() const override
     {
         if (++looks == jumpAt && atJump)
             atJump();
-        return looks >= jumpAt ? 1000.0 : 0.0;
+        return looks >= jumpAt ? jumpTo : 0.0;
     }
 
     mutable int looks = 0;
     int jumpAt = std::numeric_limits<int>::max();
+    double jumpTo = 1000.0; ///< seconds
     std::function<void()> atJump;
 };
 
@@ -234,7 +235,8 @@ TEST(BookmarkSearch, EndsEarlyWhenItIsToldToStop)
     fill(sandbox.path() / "day", 1000);
     std::stop_source stop;
     CountingClock clock;
-    clock.jumpAt = 50; // as if asked to stop in the middle of the first folder
+    clock.jumpAt = 50; // in the middle of the first folder, with all the time of the world left
+    clock.jumpTo = 0;
     clock.atJump = [&] { stop.request_stop(); };
     const auto outcomes =
         resolveBookmarks(bookmarks, {sandbox.path() / "project"}, {.entries = 5000}, clock, stop.get_token());

@@ -6,31 +6,33 @@
 
 namespace zumeta::test {
 
-/// Grants every right and counts those that are held.
+/// Counts who keeps the machine awake and remembers why.
 class FakeSleepInhibitor final : public SleepInhibitor {
 public:
-    [[nodiscard]] std::unique_ptr<Inhibition> inhibit(const QString& reason) override
+    std::unique_ptr<Inhibition> inhibit(const QString& reason) override
     {
         reasons.push_back(reason);
-        return std::make_unique<Counted>(live);
+        return std::make_unique<Counted>(m_live);
     }
+    int live() const { return *m_live; }
 
-    int live = 0;
-    std::vector<QString> reasons;
+    std::vector<QString> reasons; ///< of all that were ever asked for, in order
 
 private:
     class Counted final : public Inhibition {
     public:
-        explicit Counted(int& live)
-            : m_live(live)
+        explicit Counted(std::shared_ptr<int> live)
+            : m_live(std::move(live))
         {
-            ++m_live;
+            ++*m_live;
         }
-        ~Counted() override { --m_live; }
+        ~Counted() override { --*m_live; }
 
     private:
-        int& m_live;
+        std::shared_ptr<int> m_live;
     };
+
+    std::shared_ptr<int> m_live = std::make_shared<int>(0); ///< shared, since an inhibition may outlive this
 };
 
 }

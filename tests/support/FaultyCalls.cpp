@@ -33,7 +33,7 @@ bool FaultyCalls::fails(const char* kind)
     const Plan& plan = current->m_plan;
     std::vector<std::string>& calls = current->m_calls;
     calls.emplace_back(kind);
-    const size_t failing = size_t(plan.failingCall);
+    const auto failing = size_t(plan.failingCall);
     const bool isIt = plan.failingCall > 0 && calls.size() == failing;
     const bool isLater =
         plan.staysBroken && plan.failingCall > 0 && calls.size() > failing && calls[failing - 1] == calls.back();
