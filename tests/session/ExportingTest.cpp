@@ -168,6 +168,7 @@ TEST_F(Exporting, AUrlWithoutItsRecordStopsWithoutAWord)
     EXPECT_TRUE(hasLogged(text("Export failed: Missing video URLs")));
     EXPECT_FALSE(session->isExporting());
     EXPECT_FALSE(session->exportNotification());
+    advance(100); // the loads end before what they ask
 }
 
 TEST_F(Exporting, GoesAheadWhenTheFreeSpaceCannotBeRead)

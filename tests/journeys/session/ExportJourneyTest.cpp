@@ -200,16 +200,13 @@ TEST_F(ExportJourney, ANewExportToTheSamePlaceRightAfterACancelWins)
     std::mt19937 random(7); // any seed
     std::uniform_real_distribution<double> moments(0, 0.4);
     for (int i = 0; i < 8; ++i) {
-        session.dismissExportNotification();
         live.dialogs().answers = {0, 0}; // whatever stands there is replaced
         beginExport("swim.mp4");
         live.run(moments(random));
-        const bool wasRunning = session.isExporting();
         session.cancelExport();
-        session.dismissExportNotification();
         beginExport("swim.mp4");
-        waitForEnd();
-        EXPECT_EQ(session.exportNotification()->message, QStringLiteral("swim.mp4")) << wasRunning;
+        ASSERT_TRUE(live.waitFor([&] { return !session.isExporting(); }, 100));
+        EXPECT_EQ(session.exportNotification()->message, QStringLiteral("swim.mp4"));
         ASSERT_NEAR(MovieProbe::facts(output.file("swim.mp4")).duration(), 0.5, 0.05);
     }
     EXPECT_THAT(output.names(), ElementsAre("swim.mp4"));
