@@ -199,8 +199,9 @@ public Q_SLOTS:
     void dismissExportNotification();
 
 Q_SIGNALS:
-    /// The project that was opened last is in force and its videos are loaded, or the file could not be read.
-    void projectLoadEnded(bool isRestored);
+    /// The project that was opened last is in force, and its videos are loaded as far as they can be.
+    void projectRestored();
+    void projectLoadFailed(const QString& error);
 
 private:
     // Workflow.

@@ -47,8 +47,9 @@ Task<> CompositorViewModel::openProject(FileUrl url, uint64_t request)
     if (!self)
         co_return;
     if (const ProjectFileError* const error = std::get_if<ProjectFileError>(&outcome)) {
-        logLine(QStringLiteral("Failed to load project: ") + QString::fromUtf8(error->what()));
-        Q_EMIT projectLoadEnded(false);
+        const QString reason = QString::fromUtf8(error->what());
+        logLine(QStringLiteral("Failed to load project: ") + reason);
+        Q_EMIT projectLoadFailed(reason);
         co_return;
     }
     // A file that cannot be read overtakes nothing; one that was opened later and read sooner does.
@@ -159,7 +160,7 @@ void CompositorViewModel::putProjectInForce(const FileUrl& url)
     }
     logLine(QStringLiteral("Project loaded from ") + QString::fromStdString(url.path().native()));
     if (m_restoredProject->isSettled())
-        Q_EMIT projectLoadEnded(true);
+        Q_EMIT projectRestored();
 }
 
 // Loads reset values while they run; here these come back.
@@ -207,7 +208,7 @@ void CompositorViewModel::projectLoadHasEnded(Side side, const QUuid& requestID)
             seek(*syncTime, true);
     }
     if (m_restoredProject->isSettled())
-        Q_EMIT projectLoadEnded(true);
+        Q_EMIT projectRestored();
 }
 
 }

@@ -111,7 +111,7 @@ TEST_F(ExportRaces, TheEndOfACancelledExportTouchesNothingOfTheNextOne)
     EXPECT_DOUBLE_EQ(session->exportProgress(), 0.2);
     EXPECT_EQ(session->exportNotification(), std::nullopt);
     EXPECT_EQ(session->syncStatusMessage(), std::nullopt);
-    EXPECT_EQ(sleepInhibitor.live, 1);
+    EXPECT_EQ(sleepInhibitor.live(), 1);
     first.progressHandler(0.99);
     EXPECT_DOUBLE_EQ(session->exportProgress(), 0.2);
     session->cancelExport();
@@ -238,36 +238,36 @@ TEST_F(ExportRaces, OnePanelIsOpenAtATime)
 TEST_F(ExportRaces, SleepIsInhibitedFromTheStartUntilTheMovieIsDone)
 {
     press();
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
     advance(0.11);
-    EXPECT_EQ(sleepInhibitor.live, 1);
+    EXPECT_EQ(sleepInhibitor.live(), 1);
     EXPECT_THAT(sleepInhibitor.reasons, ElementsAre(text("Exporting...")));
     advance(9.8);
-    EXPECT_EQ(sleepInhibitor.live, 1);
+    EXPECT_EQ(sleepInhibitor.live(), 1);
     advance(0.2);
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
 }
 
 TEST_F(ExportRaces, SleepIsAllowedAgainAfterAFailure)
 {
     exportScript.error.emplace(ExportError::Case::missingVideoTrack);
     start();
-    EXPECT_EQ(sleepInhibitor.live, 1);
+    EXPECT_EQ(sleepInhibitor.live(), 1);
     advance(11);
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
 }
 
 TEST_F(ExportRaces, SleepIsAllowedAgainAtTheCancel)
 {
     start();
     session->cancelExport();
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
     start();
-    EXPECT_EQ(sleepInhibitor.live, 1);
+    EXPECT_EQ(sleepInhibitor.live(), 1);
     advance(5);
-    EXPECT_EQ(sleepInhibitor.live, 1) << "the first one's end takes nothing from the second";
+    EXPECT_EQ(sleepInhibitor.live(), 1) << "the first one's end takes nothing from the second";
     advance(6);
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
 }
 
 // The session's own end.
@@ -278,7 +278,7 @@ TEST_F(ExportRaces, TheSessionsEndCancelsTheExportAndLetsTheMachineSleep)
     advance(3);
     session.reset();
     EXPECT_TRUE(exporter.isCancelled());
-    EXPECT_EQ(sleepInhibitor.live, 0);
+    EXPECT_EQ(sleepInhibitor.live(), 0);
     exporter.progressHandler(0.9);
     const size_t lines = log.size();
     advance(20);
@@ -299,7 +299,7 @@ TEST_F(ExportRaces, TheSessionMayEndAtAnyMoment)
         other.advance(moment);
         other.session.reset();
         other.advance(20);
-        EXPECT_EQ(other.sleepInhibitor.live, 0) << moment;
+        EXPECT_EQ(other.sleepInhibitor.live(), 0) << moment;
         for (const auto& exporter : other.exporters)
             EXPECT_TRUE(exporter->isCancelled() || exporter->hasEnded) << moment;
     }

@@ -11,10 +11,11 @@ using testing::IsEmpty;
 struct ProjectRestoring : ProjectTest {
     ProjectRestoring()
     {
-        QObject::connect(session.get(), &CompositorViewModel::projectLoadEnded,
-                         [this](bool isRestored) { ends.push_back(isRestored); });
+        QObject::connect(session.get(), &CompositorViewModel::projectRestored, [this] { ends.push_back("restored"); });
+        QObject::connect(session.get(), &CompositorViewModel::projectLoadFailed,
+                         [this](const QString& error) { ends.push_back("failed: " + error.toStdString()); });
     }
-    std::vector<bool> ends; ///< how openings have ended
+    std::vector<std::string> ends; ///< of openings
 };
 
 TEST_F(ProjectRestoring, BringsBackValuesVideosLocksAndStep)
@@ -190,7 +191,7 @@ TEST_F(ProjectRestoring, AFileThatCannotBeReadLeavesTheSessionAsItWas)
     EXPECT_TRUE(hasLogged(QStringLiteral("Failed to load project: no such file")));
     EXPECT_THAT(fileAccess.stopped, ElementsAre(FileUrl("/swims/none.zumetaproj")));
     EXPECT_THAT(dialogs.alerts, IsEmpty());
-    EXPECT_THAT(ends, ElementsAre(false));
+    EXPECT_THAT(ends, ElementsAre("failed: no such file"));
 }
 
 TEST_F(ProjectRestoring, AFileThatCannotBeReadOvertakesNoOther)
@@ -224,6 +225,18 @@ TEST_F(ProjectRestoring, KeepsTheFilesOwnVersionAndExportSettings)
     advance(1);
     EXPECT_EQ(session->projectState().version, 7);
     EXPECT_EQ(session->projectState().exportSettings, state.exportSettings);
+}
+
+TEST_F(ProjectRestoring, LeavesMarkersAndHistoryAlone)
+{
+    enterComposite(WorkflowStep::step4, {60, 14}, {60, 10});
+    session->seek(20, true);
+    session->addTrimMarkerAtCurrentTime();
+    const size_t history = session->stepEditHistory().undoCount();
+    open(project());
+    EXPECT_THAT(session->trimMarkers(), ElementsAre(20));
+    EXPECT_EQ(session->selectedTrimMarker(), 20);
+    EXPECT_EQ(session->stepEditHistory().undoCount(), history);
 }
 
 TEST_F(ProjectRestoring, AProjectOfFourToThreeOpensOverOneOfSixteenToNine)
@@ -317,14 +330,14 @@ TEST_F(ProjectRestoring, IsOverWhenTheLastLoadIs)
     EXPECT_EQ(session->currentStep(), WorkflowStep::step3);
     EXPECT_THAT(ends, IsEmpty());
     advance(1);
-    EXPECT_THAT(ends, ElementsAre(true));
+    EXPECT_THAT(ends, ElementsAre("restored"));
 }
 
 TEST_F(ProjectRestoring, IsOverAlsoWhenAVideoCannotBeLoaded)
 {
     media.add("/above.mp4", {.isReadable = false});
     open(project());
-    EXPECT_THAT(ends, ElementsAre(true));
+    EXPECT_THAT(ends, ElementsAre("restored"));
     EXPECT_THAT(filesIn(above()), IsEmpty());
 }
 

@@ -3,12 +3,9 @@
 
 #include "media/VideoFileHelper.h"
 #include "media/VideoMetadataLoader.h"
-#include "model/ProjectDocument.h"
-#include "model/ProjectFileError.h"
 #include "model/ProjectShape.h"
 #include "platform/Bookmark.h"
 #include "platform/ByteCount.h"
-#include "platform/Log.h"
 #include "platform/WallClock.h"
 #include "render/export/ExportError.h"
 #include "render/export/ExportTimeline.h"
@@ -22,41 +19,11 @@ namespace zumeta {
 
 namespace {
 
-/// The files of one side of a project that can be found; the rest is left out, as the application does.
-std::vector<FileUrl> resolveSide(const std::optional<VideoAsset>& asset, const FileUrl& project, const char* side)
-{
-    if (!asset)
-        throw RenderFailure(std::string("the project has no ") + side + " video");
-    std::vector<QByteArray> bookmarks = asset->bookmarkDataList.value_or(std::vector<QByteArray>());
-    if (bookmarks.empty() && asset->bookmarkData)
-        bookmarks.push_back(*asset->bookmarkData);
-    const std::filesystem::path folder = std::filesystem::absolute(project.path()).parent_path();
-    std::vector<FileUrl> found;
-    for (const QByteArray& bookmark : bookmarks) {
-        try {
-            found.push_back(resolveBookmark(bookmark, {folder}).url);
-        } catch (const BookmarkError& error) {
-            logLine(QStringLiteral("❌ Failed to resolve bookmark: ") + QString::fromUtf8(error.what()));
-        }
-    }
-    if (found.empty())
-        throw RenderFailure(std::string("the ") + side +
-                            " video of the project cannot be found: " + asset->fileName.toStdString());
-    return found;
-}
-
-const MediaAsset& assetOf(const FileUrl& file, RenderJob& job)
-{
-    const auto known = job.assets.find(file.path());
-    return known != job.assets.end() ? known->second
-                                     : job.assets.emplace(file.path(), MediaAsset::load(file)).first->second;
-}
-
 /// The size of the first file's picture as it is meant to be seen. Nothing when that cannot be read.
-std::optional<ProjectShape> shapeOf(const FileUrl& file, RenderJob& job)
+std::optional<ProjectShape> shapeOf(const FileUrl& file, KnownAssets& assets)
 {
     try {
-        const MediaAsset& asset = assetOf(file, job);
+        const MediaAsset asset = assets.load(file);
         if (!asset.video)
             return std::nullopt;
         const PreferredTransform& turn = asset.video->preferredTransform;
@@ -71,10 +38,10 @@ std::optional<ProjectShape> shapeOf(const FileUrl& file, RenderJob& job)
     }
 }
 
-std::optional<VideoAsset> metadataOf(const std::vector<FileUrl>& files, RenderJob& job)
+std::optional<VideoAsset> metadataOf(const std::vector<FileUrl>& files, KnownAssets& assets)
 {
     const MetadataOutcome outcome =
-        VideoMetadataLoader::loadNow(files, [&job](const FileUrl& url) { return assetOf(url, job); });
+        VideoMetadataLoader::loadNow(files, [&assets](const FileUrl& url) { return assets.load(url); });
     const auto* const asset = std::get_if<VideoAsset>(&outcome);
     return asset ? std::optional(*asset) : std::nullopt;
 }
@@ -118,8 +85,22 @@ bool isSamePlace(const FileUrl& a, const FileUrl& b)
            std::filesystem::equivalent(a.path(), b.path(), missing);
 }
 
-/// What is written must not take the place of what is read, nor of each other. That the movie spares its recordings is
-/// seen to by the export.
+void setValues(ExportParameters& params, const VideoCompositionConfig& config, CameraType camera)
+{
+    params.manualSyncTimeAbove = config.aboveStartTime;
+    params.manualSyncTimeBelow = config.belowStartTime;
+    params.waterlineHeight = config.waterlineHeight;
+    params.aboveZoom = config.aboveZoom + baseZoom(camera);
+    params.aboveOffset = config.aboveOffset;
+    params.aboveHorizontalOffset = config.aboveHorizontalOffset;
+    params.timingOffset = config.timingOffset;
+    params.blendAmount = config.blendAmount;
+    params.exportTrimStartSeconds = config.exportTrimStartSeconds;
+    params.exportTrimEndSeconds = config.exportTrimEndSeconds;
+}
+
+}
+
 void checkPlaces(const RenderRequest& request)
 {
     if (request.project && isSamePlace(*request.project, request.output))
@@ -142,48 +123,18 @@ void checkPlaces(const RenderRequest& request)
         throw RenderFailure(name + " cannot be written: it is a folder");
 }
 
-void setValues(ExportParameters& params, const VideoCompositionConfig& config, CameraType camera)
-{
-    params.manualSyncTimeAbove = config.aboveStartTime;
-    params.manualSyncTimeBelow = config.belowStartTime;
-    params.waterlineHeight = config.waterlineHeight;
-    params.aboveZoom = config.aboveZoom + baseZoom(camera);
-    params.aboveOffset = config.aboveOffset;
-    params.aboveHorizontalOffset = config.aboveHorizontalOffset;
-    params.timingOffset = config.timingOffset;
-    params.blendAmount = config.blendAmount;
-    params.exportTrimStartSeconds = config.exportTrimStartSeconds;
-    params.exportTrimEndSeconds = config.exportTrimEndSeconds;
-}
-
-}
-
 RenderJob prepareRenderJob(const RenderRequest& request)
 {
     checkPlaces(request);
     RenderJob job;
-    VideoCompositionConfig config = request.config;
-    std::optional<AspectRatio> keptAspect;
-    if (request.project) {
-        try {
-            const ProjectState state = readProjectFile(*request.project);
-            config = state.projectConfig;
-            keptAspect = state.projectAspectRatio;
-            job.params.aboveVideoURLs = resolveSide(state.aboveVideo, *request.project, "above");
-            job.params.belowVideoURLs = resolveSide(state.belowVideo, *request.project, "below");
-        } catch (const ProjectFileError& error) {
-            throw RenderFailure(error.what());
-        }
-    } else {
-        job.params.aboveVideoURLs = VideoFileHelper::sortedByName(request.aboveFiles);
-        job.params.belowVideoURLs = VideoFileHelper::sortedByName(request.belowFiles);
-    }
-    setValues(job.params, config, request.camera);
-    const ProjectShape shape = shapeOf(job.params.aboveVideoURLs.front(), job).value_or(ProjectShape{});
-    job.params.projectAspectRatio = keptAspect.value_or(shape.projectAspectRatio);
+    job.params.aboveVideoURLs = VideoFileHelper::sortedByName(request.aboveFiles);
+    job.params.belowVideoURLs = VideoFileHelper::sortedByName(request.belowFiles);
+    setValues(job.params, request.config, request.camera);
+    const ProjectShape shape = shapeOf(job.params.aboveVideoURLs.front(), *job.assets).value_or(ProjectShape{});
+    job.params.projectAspectRatio = shape.projectAspectRatio;
     job.params.resolution = request.resolution.value_or(shape.selectedResolution);
-    const std::optional<VideoAsset> above = metadataOf(job.params.aboveVideoURLs, job);
-    const std::optional<VideoAsset> below = metadataOf(job.params.belowVideoURLs, job);
+    const std::optional<VideoAsset> above = metadataOf(job.params.aboveVideoURLs, *job.assets);
+    const std::optional<VideoAsset> below = metadataOf(job.params.belowVideoURLs, *job.assets);
     if (above && below) {
         try {
             job.estimatedDuration =
@@ -192,7 +143,7 @@ RenderJob prepareRenderJob(const RenderRequest& request)
             // The export itself says that nothing is left of the movie.
         }
         if (request.keep)
-            job.project = projectOf(config, job.params.projectAspectRatio, *above, *below);
+            job.project = projectOf(request.config, job.params.projectAspectRatio, *above, *below);
     }
     return job;
 }
@@ -201,8 +152,7 @@ ExportEnvironment environmentOf(const RenderJob& job)
 {
     ExportEnvironment environment;
     environment.loadAsset = [assets = job.assets](const FileUrl& url, const std::stop_token& stop) {
-        const auto known = assets.find(url.path());
-        return known != assets.end() ? known->second : MediaAsset::load(url, stop);
+        return assets->load(url, stop);
     };
     return environment;
 }

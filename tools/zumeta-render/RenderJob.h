@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
-#include "media/movie/MediaAsset.h"
 #include "model/ProjectState.h"
 #include "render/export/ExportParameters.h"
 #include "render/export/ExportService.h"
+#include "zumeta-render/KnownAssets.h"
 #include "zumeta-render/RenderArguments.h"
 
-#include <filesystem>
-#include <map>
+#include <memory>
 #include <stdexcept>
 
 namespace zumeta {
@@ -18,17 +17,21 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A request with everything looked up that the export needs.
+/// A request of values and files with everything looked up that the export needs.
 struct RenderJob {
     ExportParameters params;
-    /// What was found out about the files, by path: they need not be looked at twice.
-    std::map<std::filesystem::path, MediaAsset> assets;
+    /// What was found out about the files: they need not be looked at twice.
+    std::shared_ptr<KnownAssets> assets = std::make_shared<KnownAssets>();
     /// The composition as a project, with its bookmarks; made only when it shall be kept.
     std::optional<ProjectState> project;
     double estimatedDuration = 0; ///< seconds, for the disk space; 0 when the files tell nothing
 };
 
-/// Reads the project and looks at the files. Throws RenderFailure.
+/// What is written must not take the place of what is read, nor of each other. That the movie spares its recordings is
+/// seen to by the export. Throws RenderFailure.
+void checkPlaces(const RenderRequest& request);
+
+/// Looks at the files of a request without a project. Throws RenderFailure.
 RenderJob prepareRenderJob(const RenderRequest& request);
 
 /// The export's surroundings for this job.

@@ -5,6 +5,7 @@
 #include "render/export/ExportService.h"
 #include "zumeta-render/InterruptWatcher.h"
 #include "zumeta-render/ProgressDisplay.h"
+#include "zumeta-render/ProjectRender.h"
 #include "zumeta-render/RenderJob.h"
 
 #include <QCoreApplication>
@@ -63,6 +64,10 @@ ExportOutcome exportAndWait(const RenderJob& job, const RenderRequest& request, 
 int render(const RenderRequest& request)
 {
     try {
+        if (request.project) {
+            renderProject(request, progressStyle(request.quiet));
+            return done;
+        }
         const RenderJob job = prepareRenderJob(request);
         checkDiskSpace(job, request.output);
         // Lives until the project is kept as well: by then it is too late to cancel, and a half kept one helps nobody.

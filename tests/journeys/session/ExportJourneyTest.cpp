@@ -92,13 +92,13 @@ TEST_F(ExportJourney, TheMovieShowsWhatTheSessionShows)
     QObject::connect(&session, &PublishedFields::exportProgressChanged, &session,
                      [&] { progress.push_back(session.exportProgress()); });
     beginExport("swim.mp4");
-    EXPECT_EQ(live.sleepInhibitor().live, 1);
+    EXPECT_EQ(live.sleepInhibitor().live(), 1);
     waitForEnd();
     EXPECT_EQ(session.syncStatusMessage(), QStringLiteral("Export Complete"));
     EXPECT_FALSE(session.syncStatusIsError());
     EXPECT_FALSE(session.isExporting());
     EXPECT_EQ(session.exportNotification()->message, QStringLiteral("swim.mp4"));
-    EXPECT_EQ(live.sleepInhibitor().live, 0);
+    EXPECT_EQ(live.sleepInhibitor().live(), 0);
 
     ASSERT_THAT(progress, Not(IsEmpty()));
     EXPECT_TRUE(std::ranges::is_sorted(progress));
@@ -127,7 +127,7 @@ TEST_F(ExportJourney, ACancelInTheMiddleLeavesNoFile)
     waitForEnd();
     EXPECT_EQ(session.exportNotification()->message, QStringLiteral("Export was cancelled"));
     EXPECT_THAT(output.names(), IsEmpty());
-    EXPECT_EQ(live.sleepInhibitor().live, 0);
+    EXPECT_EQ(live.sleepInhibitor().live(), 0);
 }
 
 TEST_F(ExportJourney, AFileThatIsThereStaysAsItIsUnlessItShallBeReplaced)
@@ -217,7 +217,7 @@ TEST_F(ExportJourney, TheSessionsEndLeavesNothingHalfWritten)
     beginExport("swim.mp4");
     ASSERT_TRUE(live.waitFor([&] { return session.exportProgress() > 0.2; }));
     live.endSession();
-    EXPECT_EQ(live.sleepInhibitor().live, 0);
+    EXPECT_EQ(live.sleepInhibitor().live(), 0);
     EXPECT_TRUE(live.waitFor([&] { return output.names().empty(); }));
     live.run(0.1); // the task's own end
     EXPECT_THAT(output.names(), IsEmpty());
