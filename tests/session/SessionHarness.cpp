@@ -160,6 +160,13 @@ SessionHarness::SessionHarness()
     time.runDueWork();
 }
 
+SessionHarness::~SessionHarness()
+{
+    // While the doubles are still there, which what is under way comes back to.
+    session.reset();
+    time.runWhatIsLeft();
+}
+
 FileUrl SessionHarness::loadAbove(const char* path, const FakeVideo& video)
 {
     const FileUrl url = media.add(path, video);

@@ -157,6 +157,7 @@ struct SessionHarness {
     std::unique_ptr<CompositorViewModel> session;
 
     SessionHarness();
+    ~SessionHarness();
 
     VirtualPlayer& above() { return static_cast<VirtualPlayer&>(session->abovePlayerService().player()); }
     VirtualPlayer& below() { return static_cast<VirtualPlayer&>(session->belowPlayerService().player()); }

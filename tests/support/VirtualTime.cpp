@@ -8,6 +8,11 @@ namespace zumeta::test {
 
 VirtualTime::~VirtualTime()
 {
+    runWhatIsLeft();
+}
+
+void VirtualTime::runWhatIsLeft()
+{
     // A bound: a player that still runs would tick for ever.
     constexpr int kMostLeftOver = 1000;
     for (int i = 0; i < kMostLeftOver && runNext(std::numeric_limits<double>::infinity()); ++i) {

@@ -25,6 +25,8 @@ public:
     void runDueWork();
     /// Goes on by so much, running everything that falls due on the way at its own moment.
     void advance(double seconds);
+    /// What is left, however far off: for whoever goes before this does, and is meant by that work.
+    void runWhatIsLeft();
 
     /// `co_await time.pass(0.2)` resumes a task after 0.2 s.
     auto pass(double seconds)
