@@ -25,7 +25,7 @@ QString formatTimecode(double seconds)
 std::optional<double> parseTimecode(const QString& text)
 {
     const qsizetype colon = text.indexOf(u':');
-    if (colon > 0) {
+    if (colon >= 0) {
         const std::optional<double> minutes = parsedNumber(QStringView(text).first(colon));
         const std::optional<double> seconds = parsedNumber(QStringView(text).sliced(colon + 1));
         if (minutes && seconds)

@@ -135,7 +135,7 @@ TimelineIntents TrimmerGesture::dragMarker(const Trimmer& trimmer) const
 {
     // Relative to where the drag began: a marker that is taken at its edge does not jump under the pointer.
     const double x = trimmer.scale.xPosition(m_pressed.marker) + m_place.x() - m_pressPlace.x();
-    return {MarkerMoved{trimmer.scale.time(trimmer.scale.insideInsets(x))}};
+    return {MarkerMoved{trimmer.scale.time(x)}};
 }
 
 bool TrimmerGesture::isHandlePressed() const

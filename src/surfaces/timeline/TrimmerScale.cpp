@@ -32,11 +32,6 @@ double TrimmerScale::time(double x) const
     return std::clamp((x - inset()) / usable(), 0.0, 1.0) * safeDuration();
 }
 
-double TrimmerScale::insideInsets(double x) const
-{
-    return std::max(inset(), std::min(x, width - inset()));
-}
-
 double TrimmerScale::playheadTime(double time) const
 {
     return std::max(0.0, std::min(time, duration));

@@ -15,8 +15,6 @@ struct TrimmerScale {
     double xPosition(double time) const;
     /// The time that a place means; places beyond the ends mean the ends.
     double time(double x) const;
-    /// The nearest place that stands for a time.
-    double insideInsets(double x) const;
     /// A time of this scale may lie beyond a composite without length, the playhead may not.
     double playheadTime(double time) const;
 

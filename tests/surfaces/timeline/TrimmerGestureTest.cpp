@@ -175,7 +175,7 @@ TEST(MarkerGesture, ADragIsCountedFromTheTimeThatTheMarkerHadBefore)
     EXPECT_THAT(gesture.move(kOnMarker + QPointF(60, 0), trimmer), ElementsAre(MarkerMoved{26}));
 }
 
-TEST(MarkerGesture, AMarkerStaysInsideTheInsets)
+TEST(MarkerGesture, AMarkerStaysOnTheTimeline)
 {
     TrimmerGesture gesture;
     gesture.press(kOnMarker, kTrimmer);

@@ -78,14 +78,6 @@ TEST(TrimmerScale, ThePlayheadStaysOnTheComposite)
     EXPECT_EQ((TrimmerScale{420, 40}.playheadTime(41)), 40);
 }
 
-TEST(TrimmerScale, TheNearestPlaceOfATimeIsInsideTheInsets)
-{
-    const TrimmerScale scale{420, 40};
-    EXPECT_EQ(scale.insideInsets(3), 10);
-    EXPECT_EQ(scale.insideInsets(200), 200);
-    EXPECT_EQ(scale.insideInsets(415), 410);
-}
-
 TEST(TrimmerScale, ATimeStandsAtThePlaceThatMeansIt)
 {
     for (const double width : kWidths) {
