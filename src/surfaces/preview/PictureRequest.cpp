@@ -12,8 +12,8 @@ bool isSamePicture(const std::optional<VideoPicture>& one, const std::optional<V
 {
     if (!one || !other)
         return one.has_value() == other.has_value();
-    // Pictures are never written to, so the same samples are the same picture.
-    return one->owner == other->owner && one->planes[0].data == other->planes[0].data;
+    // Both are held and never written to, so the same place in memory is the same picture.
+    return one->planes[0].data == other->planes[0].data;
 }
 
 int evenWithin(double length, double limit)

@@ -101,6 +101,16 @@ TEST(AlignmentLines, HalfAPixelOfAFineDisplayAwayTheyAreTwo)
     }
 }
 
+TEST(AlignmentLines, WhatNoDisplayCanShowApartIsOne)
+{
+    AlignmentFacts facts = factsIn(WorkflowStep::step1);
+    facts.alignmentPoints.above = 0.5;
+    for (const double hoverY : {224.9, 224.9999999, 225.0, 225.0000001, 225.1}) {
+        facts.hoverY = hoverY;
+        EXPECT_EQ(alignmentLines(facts).size(), 1U) << hoverY;
+    }
+}
+
 TEST(AlignmentLines, DoNotAppearInStepsThreeAndFour)
 {
     for (const WorkflowStep step : {WorkflowStep::step3, WorkflowStep::step4}) {

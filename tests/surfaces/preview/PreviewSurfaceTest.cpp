@@ -106,6 +106,19 @@ TEST(FittedSurface, HasTheProjectsShapeButForLessThanTwoPixels)
     });
 }
 
+TEST(FittedSurface, AnAreaOnDevicePixelsLosesNoneToRounding)
+{
+    for (const double factor : {1.0, 1.1, 1.25, 1.5, 1.75, 2.0}) {
+        for (int pixel = 0; pixel < 2000; ++pixel) {
+            const QRectF area(pixel / factor, pixel / factor, 320 / factor, 180 / factor);
+            const FittedSurface surface = *fittedSurface(area, kWide, factor);
+            ASSERT_EQ(surface.devicePixels, QSize(320, 180)) << factor << ' ' << pixel;
+            ASSERT_NEAR(surface.frame.left() * factor, pixel, 1e-6) << factor;
+            ASSERT_NEAR(surface.frame.top() * factor, pixel, 1e-6) << factor;
+        }
+    }
+}
+
 TEST(FittedSurface, IsInTheMiddleToThePixel)
 {
     forManyAreas([](const QRectF& area, AspectRatio shape, double factor) {
