@@ -10,6 +10,9 @@ namespace {
 /// Where X keymaps put the level that AltGr reaches.
 constexpr uint32_t kMod5 = 0x80;
 
+/// What Shift and I make on a Turkish keyboard: an I that keeps its dot.
+constexpr int kTurkishI = 0x0130;
+
 std::optional<KeyCode> letterByKey(int key)
 {
     switch (key) {
@@ -18,6 +21,7 @@ std::optional<KeyCode> letterByKey(int key)
     case Qt::Key_O:
         return KeyCode::o;
     case Qt::Key_I:
+    case kTurkishI:
         return KeyCode::i;
     case Qt::Key_L:
         return KeyCode::l;

@@ -24,7 +24,8 @@ struct FittedSurface {
     friend bool operator==(const FittedSurface&, const FittedSurface&) = default;
 };
 
-/// The largest surface of the project's shape in the middle of an area. None where not even four pixels fit.
+/// The largest surface of the project's shape in the middle of an area, whose coordinates count from the window's
+/// corner, where device pixels begin. None where not even four pixels fit.
 std::optional<FittedSurface> fittedSurface(const QRectF& area, AspectRatio projectAspectRatio, double devicePixelRatio);
 
 /// The rectangle of the picture within a surface of any shape, origin bottom left; empty for an empty surface.

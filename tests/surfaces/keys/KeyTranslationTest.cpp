@@ -85,7 +85,12 @@ TEST(KeyTranslation, ASignOnALettersPlaceDoesNotMakeItThatLetter)
     EXPECT_EQ(codeOf({.key = Qt::Key_Semicolon, .nativeScanCode = kPlaceOfZ}), -1);
     EXPECT_EQ(codeOf({.key = Qt::Key_Dead_Acute, .nativeScanCode = kPlaceOfM}), -1);
     EXPECT_EQ(codeOf({.key = Qt::Key_Eacute, .nativeScanCode = kPlaceOfM}), -1);
-    EXPECT_EQ(codeOf({.key = 0x0130, .nativeScanCode = 31}), -1) << "a Turkish I with its dot";
+}
+
+TEST(KeyTranslation, ShiftIOnATurkishKeyboardIsStillI)
+{
+    EXPECT_EQ(translatedKey({.key = int(U'İ'), .modifiers = Qt::ShiftModifier, .nativeScanCode = 31}),
+              (KeyEvent{KeyCode::i, {.shift = true}}));
 }
 
 TEST(KeyTranslation, WhereTheLayoutWritesAnotherScriptThePlaceCounts)
