@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "surfaces/preview/PictureRequest.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zumeta {
+
+namespace {
+
+bool isSamePicture(const std::optional<VideoPicture>& one, const std::optional<VideoPicture>& other)
+{
+    if (!one || !other)
+        return one.has_value() == other.has_value();
+    // Both are held and never written to, so the same place in memory is the same picture.
+    return one->planes[0].data == other->planes[0].data;
+}
+
+int evenWithin(double length, double limit)
+{
+    const int highest = int(std::floor(limit / 2)) * 2;
+    return std::max(2, std::min(2 * int(std::lround(length / 2)), highest));
+}
+
+std::optional<Size> squaredSize(const std::optional<VideoPicture>& picture)
+{
+    if (!picture)
+        return std::nullopt;
+    return Size{picture->format.squaredWidth(), double(picture->format.height)};
+}
+
+/// Geometry of the above layer that nobody sees must not tell two pictures apart.
+VideoCompositionConfig visibleGeometry(const SurfaceValues& values, bool showsAbove)
+{
+    return showsAbove ? values.geometry() : VideoCompositionConfig{};
+}
+
+void takeMaskOff(CompositeLayout& layout)
+{
+    layout.waterY = 0;
+    layout.half = 0;
+    layout.bandBottom = 0;
+    layout.bandTop = 0;
+}
+
+}
+
+bool operator==(const PictureRequest& one, const PictureRequest& other)
+{
+    return one.layout == other.layout && isSamePicture(one.pictures.above, other.pictures.above) &&
+           isSamePicture(one.pictures.below, other.pictures.below);
+}
+
+QSize composedSize(QSize surface, const Sides<std::optional<Size>>& sources)
+{
+    Size limit;
+    double best = 0;
+    for (const std::optional<Size>& source : {sources.above, sources.below}) {
+        if (!source)
+            continue;
+        const double share = std::min(source->width / surface.width(), source->height / surface.height());
+        if (share > best) {
+            best = share;
+            limit = *source;
+        }
+    }
+    const double share = std::min(best, 1.0);
+    return {evenWithin(surface.width() * share, std::min(limit.width, double(surface.width()))),
+            evenWithin(surface.height() * share, std::min(limit.height, double(surface.height())))};
+}
+
+std::optional<PictureRequest> pictureRequest(QSize surface, const SurfaceValues& values,
+                                             const Sides<std::optional<VideoPicture>>& pictures)
+{
+    const std::optional<VideoLayers> layers = videoLayers({double(surface.width()), double(surface.height())}, values,
+                                                          {pictures.above.has_value(), pictures.below.has_value()});
+    if (!layers)
+        return std::nullopt;
+    PictureRequest request;
+    for (const Side side : {Side::above, Side::below}) {
+        if (layers->shows(side))
+            request.pictures[side] = pictures[side];
+    }
+    const bool showsAbove = request.pictures.above.has_value();
+    if (!showsAbove && !request.pictures.below)
+        return std::nullopt;
+    const QSize size =
+        composedSize(surface, {squaredSize(request.pictures.above), squaredSize(request.pictures.below)});
+    request.layout =
+        previewLayout({double(size.width()), double(size.height())}, visibleGeometry(values, showsAbove))->layout;
+    if (showsAbove && !layers->above->mask)
+        takeMaskOff(request.layout);
+    return request;
+}
+
+}
