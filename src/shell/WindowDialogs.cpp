@@ -18,17 +18,16 @@ FileUrl urlOf(const QString& fileName)
     return FileUrl(QFile::encodeName(fileName).toStdString());
 }
 
-/// A dialog that deletes itself; the promise is kept by its end, however it comes.
-QFuture<QStringList> openDialog(QFileDialog* dialog)
+/// What was chosen, however the dialog ends.
+QFuture<QStringList> openDialog(QFileDialog& dialog)
 {
     const auto promise = std::make_shared<QPromise<QStringList>>();
     promise->start();
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(dialog, &QDialog::finished, dialog, [dialog, promise](int result) {
-        promise->addResult(result == QDialog::Accepted ? dialog->selectedFiles() : QStringList());
+    QObject::connect(&dialog, &QDialog::finished, &dialog, [&dialog, promise](int result) {
+        promise->addResult(result == QDialog::Accepted ? dialog.selectedFiles() : QStringList());
         promise->finish();
     });
-    dialog->open();
+    dialog.open();
     return promise->future();
 }
 
@@ -41,13 +40,13 @@ Task<int> WindowDialogs::showAlert(Alert alert)
 
 Task<std::optional<FileUrl>> WindowDialogs::showSavePanel(SavePanel panel)
 {
-    auto* const dialog = new QFileDialog; // it deletes itself when it is closed
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setFileMode(QFileDialog::AnyFile);
-    dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
-    dialog->setNameFilter(QStringLiteral("*.%1 *.%2").arg(panel.extension, panel.extension.toUpper()));
-    dialog->setDefaultSuffix(panel.extension);
-    dialog->selectFile(panel.proposedName);
+    QFileDialog dialog;
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
+    dialog.setNameFilter(QStringLiteral("*.%1 *.%2").arg(panel.extension, panel.extension.toUpper()));
+    dialog.setDefaultSuffix(panel.extension);
+    dialog.selectFile(panel.proposedName);
     const QFuture<QStringList> chosen = openDialog(dialog);
     const QStringList files = co_await chosen;
     if (files.isEmpty())

@@ -5,6 +5,7 @@
 #include "surfaces/theme/SurfaceContext.h"
 
 #include <QQmlEngine>
+#include <memory>
 
 namespace zumeta {
 
@@ -18,7 +19,7 @@ CameraChoice::CameraChoice(CompositorViewModel& session, QObject* parent)
 
 CameraChoice* CameraChoice::create(QQmlEngine* engine, QJSEngine*)
 {
-    return new CameraChoice(SurfaceContext::of(*engine).session(), engine);
+    return std::make_unique<CameraChoice>(SurfaceContext::of(*engine).session()).release(); // the engine takes it over
 }
 
 int CameraChoice::selected() const

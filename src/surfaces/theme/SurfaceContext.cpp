@@ -4,6 +4,7 @@
 #include "surfaces/theme/IconProvider.h"
 
 #include <QQmlEngine>
+#include <memory>
 
 namespace zumeta {
 
@@ -28,7 +29,8 @@ void SurfaceContext::installOn(QQmlEngine& engine)
 {
     engine.setProperty(kProperty, QVariant::fromValue<QObject*>(this));
     engine.addImportPath(QStringLiteral(":/qt/qml"));
-    engine.addImageProvider(QStringLiteral("icon"), new IconProvider); // the engine takes it over
+    engine.addImageProvider(QStringLiteral("icon"),
+                            std::make_unique<IconProvider>().release()); // the engine takes it over
 }
 
 SurfaceContext& SurfaceContext::of(const QQmlEngine& engine)
