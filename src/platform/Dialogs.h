@@ -14,6 +14,8 @@ struct Alert {
     QString title;
     QString message;
     QStringList buttons; ///< the first one is the default
+    /// The first button takes something away that does not come back: it is not what a hasty Return presses.
+    bool isDestructive = false;
 };
 
 /// Asks where a new file shall lie.

@@ -56,7 +56,8 @@ Task<bool> CompositorViewModel::showFileExistsConfirmation(FileUrl)
     const auto& localized = m_environment.localized;
     Alert alert{localized(QStringLiteral("File Exists Title")),
                 localized(QStringLiteral("File Exists Message")),
-                {localized(QStringLiteral("Replace")), localized(QStringLiteral("Cancel"))}};
+                {localized(QStringLiteral("Replace")), localized(QStringLiteral("Cancel"))},
+                true};
     const int button = co_await m_environment.dialogs.showAlert(std::move(alert));
     co_return button == 0;
 }

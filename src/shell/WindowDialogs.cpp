@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/WindowDialogs.h"
+
+#include "surfaces/window/AlertQueue.h"
+
+#include <QCoroFuture>
+#include <QFile>
+#include <QFileDialog>
+#include <QPromise>
+#include <QStandardPaths>
+
+namespace zumeta {
+
+namespace {
+
+FileUrl urlOf(const QString& fileName)
+{
+    return FileUrl(QFile::encodeName(fileName).toStdString());
+}
+
+/// What was chosen, however the dialog ends.
+QFuture<QStringList> openDialog(QFileDialog& dialog)
+{
+    const auto promise = std::make_shared<QPromise<QStringList>>();
+    promise->start();
+    QObject::connect(&dialog, &QDialog::finished, &dialog, [&dialog, promise](int result) {
+        promise->addResult(result == QDialog::Accepted ? dialog.selectedFiles() : QStringList());
+        promise->finish();
+    });
+    dialog.open();
+    return promise->future();
+}
+
+}
+
+Task<int> WindowDialogs::showAlert(Alert alert)
+{
+    return m_alerts.ask(std::move(alert));
+}
+
+Task<std::optional<FileUrl>> WindowDialogs::showSavePanel(SavePanel panel)
+{
+    QFileDialog dialog;
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
+    dialog.setNameFilter(QStringLiteral("*.%1 *.%2").arg(panel.extension, panel.extension.toUpper()));
+    dialog.setDefaultSuffix(panel.extension);
+    dialog.selectFile(panel.proposedName);
+    const QFuture<QStringList> chosen = openDialog(dialog);
+    const QStringList files = co_await chosen;
+    if (files.isEmpty())
+        co_return std::nullopt;
+    co_return withExtension(urlOf(files.front()), panel.extension);
+}
+
+FileUrl withExtension(const FileUrl& url, const QString& extension)
+{
+    if (url.lowerCaseExtension() == extension.toStdString())
+        return url;
+    return FileUrl(url.path().native() + "." + extension.toStdString());
+}
+
+}

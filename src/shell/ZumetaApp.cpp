@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/ZumetaApp.h"
+
+#include "media/playback/AudioDeviceOutput.h"
+#include "media/playback/MoviePlayer.h"
+#include "media/playback/SoundPlayer.h"
+#include "render/CompositorScaling.h"
+#include "render/export/ExportService.h"
+
+#include <QCoroFuture>
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
+
+namespace zumeta {
+
+namespace {
+
+Task<MetadataOutcome> metadataOf(VideoMetadataLoader& loader, std::vector<FileUrl> urls)
+{
+    const QFuture<MetadataOutcome> outcome = loader.loadMetadata(std::move(urls));
+    co_return co_await outcome;
+}
+
+}
+
+ZumetaApp::ZumetaApp()
+    : m_settings(SettingsFile::defaultPath())
+    , m_languages(m_settings)
+    , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
+    , m_sleepInhibitor(QDBusConnection::systemBus())
+    , m_session(std::make_unique<CompositorViewModel>(environment()))
+    , m_surfaces(std::make_unique<SurfaceContext>(m_languages, *m_session, m_alerts))
+{
+    m_surfaces->installOn(m_engine);
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Zumeta/window/Main.qml")));
+}
+
+ZumetaApp::~ZumetaApp() = default;
+
+SessionEnvironment ZumetaApp::environment()
+{
+    return {
+        .playbackClock = m_clock,
+        .queue = m_queue,
+        .notifications = m_notifications,
+        .fileAccess = m_fileAccess,
+        .bookmarks = m_bookmarks,
+        .projectFiles = m_projectFiles,
+        .dialogs = m_dialogs,
+        .localized = [this](const QString& key) { return m_languages.localized(key); },
+        .wallClock = m_wallClock,
+        .assets = m_assets,
+        .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
+        .proxyGenerator = m_proxies,
+        .makePlayer =
+            [this] {
+                auto device = std::make_unique<AudioDeviceOutput>(m_audioThread, m_monotonic);
+                auto sound = std::make_unique<SoundPlayer>(m_monotonic, std::move(device));
+                return std::make_unique<MoviePlayer>(m_clock, m_queue, std::move(sound));
+            },
+        .makeExporter = [] { return std::make_shared<ExportService>(); },
+        .sleepInhibitor = m_sleepInhibitor,
+    };
+}
+
+QQuickWindow* ZumetaApp::window()
+{
+    const QObjectList roots = m_engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.constFirst());
+}
+
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "languages/LanguageManager.h"
+#include "media/ProxyGenerator.h"
+#include "media/VideoMetadataLoader.h"
+#include "media/playback/AudioThread.h"
+#include "platform/SettingsFile.h"
+#include "platform/sleep/LogindSleepInhibitor.h"
+#include "session/CompositorViewModel.h"
+#include "shell/WindowDialogs.h"
+#include "surfaces/theme/SurfaceContext.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace zumeta {
+
+/// The application: one session, one window, and all that they ask of the desktop.
+class ZumetaApp {
+public:
+    ZumetaApp();
+    ~ZumetaApp();
+    ZumetaApp(const ZumetaApp&) = delete; // its parts hold each other's addresses
+    ZumetaApp& operator=(const ZumetaApp&) = delete;
+
+    /// Nothing when the window could not be made; why is on standard error.
+    QQuickWindow* window();
+    /// Fills the screen's usable area. There must be a window.
+    void showWindow() { window()->showMaximized(); }
+    CompositorViewModel& session() { return *m_session; }
+    LanguageManager& languages() { return m_languages; }
+    Dialogs& dialogs() { return m_dialogs; }
+
+private:
+    SessionEnvironment environment();
+
+    MonotonicClock m_monotonic;
+    EventLoopQueue m_queue;
+    PlaybackClock m_clock{m_monotonic, m_queue};
+    NotificationCenter m_notifications;
+    SettingsFile m_settings;
+    LanguageManager m_languages;
+    OpenFileAccess m_fileAccess;
+    ThreadedBookmarks m_bookmarks;
+    ThreadedProjectFiles m_projectFiles;
+    AlertQueue m_alerts{nullptr};
+    WindowDialogs m_dialogs{m_alerts};
+    SystemWallClock m_wallClock;
+    ThreadedAssetLoader m_assets;
+    VideoMetadataLoader m_metadata;
+    ProxyGenerator m_proxies;
+    LogindSleepInhibitor m_sleepInhibitor;
+    AudioThread m_audioThread;
+    std::unique_ptr<CompositorViewModel> m_session;
+    std::unique_ptr<SurfaceContext> m_surfaces;
+    QQmlApplicationEngine m_engine;
+};
+
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Zumeta
+
+/// Around what the keyboard's next key goes to. Buttons take the focus from the keyboard alone, so that it says so.
+Rectangle {
+    required property PressableArea control
+    property real controlRadius: Theme.radiusButton
+
+    anchors.fill: parent
+    anchors.margins: -Theme.focusDistance
+    radius: controlRadius + Theme.focusDistance
+    color: "transparent"
+    border.width: Theme.strokeFocus
+    visible: control.activeFocus
+}

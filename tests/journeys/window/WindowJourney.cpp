@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "journeys/window/WindowJourney.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTest>
+#include <cmath>
+#include <utility>
+
+namespace zumeta::test {
+
+namespace {
+
+/// Every item that can be seen, parents first.
+void collectVisible(QQuickItem* item, std::vector<QQuickItem*>& found)
+{
+    if (!item->isVisible() || item->opacity() == 0)
+        return;
+    found.push_back(item);
+    for (QQuickItem* const child : item->childItems())
+        collectVisible(child, found);
+}
+
+/// The share of pixels that differ by more than smoothing of edges does.
+double differingShare(const QImage& a, const QImage& b)
+{
+    constexpr int kNoticed = 24; // of 255, in any channel
+    int64_t differing = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb left = a.pixel(x, y);
+            const QRgb right = b.pixel(x, y);
+            if (std::abs(qRed(left) - qRed(right)) > kNoticed || std::abs(qGreen(left) - qGreen(right)) > kNoticed ||
+                std::abs(qBlue(left) - qBlue(right)) > kNoticed)
+                ++differing;
+        }
+    }
+    return double(differing) / (double(a.width()) * a.height());
+}
+
+}
+
+WindowJourney::WindowJourney()
+{
+    for (const char* const folder : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        const std::filesystem::path path = m_home.file(folder);
+        std::filesystem::create_directory(path);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        qputenv(folder, QByteArray::fromStdString(path.native()));
+    }
+}
+
+WindowJourney::~WindowJourney() = default;
+
+void WindowJourney::open(QSize size)
+{
+    m_app = std::make_unique<ZumetaApp>();
+    ASSERT_TRUE(m_app->window());
+    window().resize(size);
+    window().show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+    window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+}
+
+void WindowJourney::close()
+{
+    m_app.reset();
+}
+
+QQuickItem* WindowJourney::item(const char* objectName)
+{
+    std::vector<QQuickItem*> items;
+    collectVisible(window().contentItem(), items);
+    const auto found = std::ranges::find(items, QString::fromLatin1(objectName), &QQuickItem::objectName);
+    return found == items.end() ? nullptr : *found;
+}
+
+QQuickItem* WindowJourney::itemWithText(const QString& text)
+{
+    std::vector<QQuickItem*> items;
+    collectVisible(window().contentItem(), items);
+    const auto shows = [&](const QQuickItem* item) {
+        return item->inherits("QQuickText") && item->property("text").toString() == text;
+    };
+    const auto found = std::ranges::find_if(items, shows);
+    return found == items.end() ? nullptr : *found;
+}
+
+void WindowJourney::click(QQuickItem* item)
+{
+    ASSERT_TRUE(item);
+    const auto middleOf = [](const QQuickItem* target) {
+        return target->mapToScene(QPointF(target->width() / 2, target->height() / 2));
+    };
+    // What has just appeared is laid out in the next frames.
+    QPointF middle;
+    const auto stands = [&] { return std::exchange(middle, middleOf(item)) == middleOf(item); };
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            QTest::qWait(40);
+            return stands();
+        },
+        2000));
+    QTest::mouseMove(&window(), middle.toPoint());
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, middle.toPoint());
+}
+
+void WindowJourney::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&window(), key, modifiers);
+}
+
+bool WindowJourney::waitFor(const std::function<bool()>& condition)
+{
+    return QTest::qWaitFor(condition, 5000);
+}
+
+QImage WindowJourney::picture()
+{
+    QImage last;
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 5000) {
+        QImage shown = window().grabWindow().convertToFormat(QImage::Format_RGB32);
+        if (shown == last)
+            break;
+        last = std::move(shown);
+        QTest::qWait(150);
+    }
+    return last;
+}
+
+void WindowJourney::expectPicture(const char* name)
+{
+    constexpr double kTolerance = 0.002; // of the pixels: letters may be smoothed a little otherwise elsewhere
+    const QString file = QLatin1String(name) + QStringLiteral(".png");
+    const QImage shown = picture();
+    QDir().mkpath(QStringLiteral(SHOWN_FOLDER));
+    ASSERT_TRUE(shown.save(QStringLiteral(SHOWN_FOLDER "/") + file));
+    const QImage expected(QStringLiteral(PICTURES_FOLDER "/") + file);
+    ASSERT_FALSE(expected.isNull()) << "there is no picture " << name << " yet; what is shown lies in " SHOWN_FOLDER;
+    ASSERT_EQ(shown.size(), expected.size()) << name;
+    EXPECT_LE(differingShare(shown, expected), kTolerance) << name << "; what is shown lies in " SHOWN_FOLDER;
+}
+
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+#include "shell/ZumetaApp.h"
+#include "support/TemporaryFolder.h"
+
+#include <QImage>
+#include <QQuickItem>
+#include <functional>
+#include <gmock/gmock.h>
+
+namespace zumeta::test {
+
+/// The application for a user who has just been given this machine: nothing is stored, and the language is English.
+class WindowJourney : public testing::Test {
+protected:
+    WindowJourney();
+    ~WindowJourney() override;
+
+    /// Opens the window at this size. Again after close(): what was stored is there.
+    void open(QSize size = {1400, 900});
+    void close();
+    ZumetaApp& app() { return *m_app; }
+    QQuickWindow& window() { return *m_app->window(); }
+
+    /// The first visible item with this object name; null when there is none.
+    QQuickItem* item(const char* objectName);
+    /// The first visible item that shows exactly this text.
+    QQuickItem* itemWithText(const QString& text);
+    /// Presses and releases the left button in the item's middle.
+    void click(QQuickItem* item);
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Runs the event loop until it holds; false when it does not within five seconds.
+    bool waitFor(const std::function<bool()>& condition);
+    /// What the window shows once nothing moves any more.
+    QImage picture();
+    /// Compares it with tests/journeys/window/pictures/NAME.png. What was shown is left beside the build, so that a
+    /// picture that was meant to change can be looked at and taken over.
+    void expectPicture(const char* name);
+
+private:
+    TemporaryFolder m_home;
+    std::unique_ptr<ZumetaApp> m_app;
+};
+
+}
