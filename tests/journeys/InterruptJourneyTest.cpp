@@ -7,6 +7,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <csignal>
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -30,6 +31,25 @@ std::vector<std::string> endlessSwim()
 {
     const SampleSwim& swim = SampleSwim::wide();
     return {"--above", endless(swim.above[0]), "--below", endless(swim.below)};
+}
+
+/// The same as a project. Only a finished movie keeps one, so it is made of the swim's beginning, and its end is given
+/// back in the file.
+std::filesystem::path endlessProject(const TemporaryFolder& folder)
+{
+    const std::filesystem::path project = folder.file("swim.zumetaproj");
+    const std::vector<std::string> beginning = {"--quiet", "--resolution", "720p",  "--trim-end",
+                                                "41.5",    "--keep",       project, folder.file("beginning.mp4")};
+    render(endlessSwim() + beginning);
+    std::filesystem::remove(folder.file("beginning.mp4"));
+    QFile file(QString::fromStdString(project.string()));
+    const QByteArray trim = "\"exportTrimEndSeconds\" : 41.5";
+    QByteArray text;
+    if (file.open(QIODevice::ReadWrite) && (text = file.readAll()).contains(trim)) {
+        file.resize(0);
+        file.write(text.replace(trim, "\"exportTrimEndSeconds\" : 0"));
+    }
+    return project;
 }
 
 struct Interruption {
@@ -73,6 +93,25 @@ INSTANTIATE_TEST_SUITE_P(Signals, EveryInterruption,
                                          Interruption{"RequestToEnd", SIGTERM, "720p"},
                                          Interruption{"ClosedTerminal", SIGHUP, "720p"}),
                          [](const auto& parameter) { return parameter.param.name; });
+
+TEST(Interrupting, ARenderOfAProjectLeavesNothingEither)
+{
+    const TemporaryFolder folder;
+    const std::filesystem::path project = endlessProject(folder);
+    ASSERT_THAT(folder.names(), testing::ElementsAre("swim.zumetaproj"));
+    RunningRender running({"--resolution", "720p", project, folder.file("swim.mp4")});
+    ASSERT_TRUE(running.waitForOutput("10 %\n")) << running.err().toStdString();
+    ASSERT_THAT(folder.names(), testing::ElementsAre("swim.mp4", "swim.zumetaproj"));
+    ASSERT_TRUE(running.isRunning());
+    QElapsedTimer sinceSignal;
+    sinceSignal.start();
+    running.send(SIGINT);
+    EXPECT_EQ(running.waitForExit(), 1);
+    EXPECT_LT(sinceSignal.elapsed(), 1000);
+    EXPECT_EQ(running.err(), "zumeta-render: Export was cancelled\n");
+    EXPECT_FALSE(running.out().contains("100 %"));
+    EXPECT_THAT(folder.names(), testing::ElementsAre("swim.zumetaproj"));
+}
 
 TEST(Interrupting, WhileTheRecordingsAreBeingOpenedEndsAtOnceToo)
 {

@@ -5,6 +5,7 @@
 #include "support/MovieProbe.h"
 #include "support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -100,6 +101,84 @@ TEST_F(KeptSwim, FindsRecordingsThatWereMovedUnderTheProjectsFolder)
     const ProcessResult result = renderProject("moved.mp4");
     ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
     EXPECT_EQ(contentOf(folder.file("moved.mp4")), contentOf(folder.file("flags.mp4")));
+}
+
+TEST_F(KeptSwim, KeepsItsTrims)
+{
+    const ProcessResult result = renderProject("trimmed.mp4");
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    const auto seconds = [](const fs::path& file) { return MovieProbe::facts(file).duration(); };
+    const double above = seconds(swim.above[0]) + seconds(swim.above[1]);
+    // By the locks and the shift, the below video runs so far ahead.
+    const double ahead = 2.6 - 1.55 + 0.04;
+    const double common = std::min(above + ahead, seconds(swim.below)) - ahead;
+    EXPECT_NEAR(seconds(folder.file("trimmed.mp4")), common - 0.1 - 2.3, 0.05);
+}
+
+TEST_F(KeptSwim, TellsItsProgressInLines)
+{
+    const ProcessResult result = renderProject("movie.mp4");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    std::vector<int> percents;
+    for (const std::string& line : linesOf(result.out)) {
+        ASSERT_THAT(line, testing::EndsWith(" %"));
+        percents.push_back(std::stoi(line));
+    }
+    ASSERT_GE(percents.size(), 5u);
+    EXPECT_EQ(percents.back(), 100);
+    for (size_t i = 1; i < percents.size(); ++i)
+        EXPECT_GT(percents[i], percents[i - 1]);
+}
+
+TEST_F(KeptSwim, TakesCameraAndResolutionFromTheCommandLine)
+{
+    const auto projectWith = [&](const std::vector<std::string>& options, const fs::path& movie) {
+        EXPECT_EQ(render(options + std::vector<std::string>{"--quiet", project, movie}).exitCode, 0);
+        return contentOf(movie);
+    };
+    const std::vector<std::string> camera = {"--camera", "insta360"};
+    std::vector<std::string> values = kValues;
+    std::ranges::replace(values, "720p", "1080p");
+    ASSERT_EQ(render(swim.files() + values + camera + std::vector<std::string>{folder.file("values.mp4")}).exitCode, 0);
+    const std::string large =
+        projectWith(camera + std::vector<std::string>{"--resolution", "1080p"}, folder.file("large.mp4"));
+    EXPECT_EQ(large, contentOf(folder.file("values.mp4")));
+    EXPECT_EQ(MovieProbe::facts(folder.file("large.mp4")).first("video")->number("height"), 1080);
+    EXPECT_NE(projectWith(camera + std::vector<std::string>{"--resolution", "720p"}, folder.file("small.mp4")),
+              contentOf(folder.file("flags.mp4")));
+}
+
+TEST_F(KeptSwim, WithoutRoomSaysSoInOneLineAndWritesNothing)
+{
+    // A disk of our own in a name space of our own, of which 1 MB is free.
+    const fs::path disk = folder.file("disk");
+    fs::create_directory(disk);
+    const ProcessResult result =
+        runProcess({"unshare",
+                    {"-Urm", "sh", "-c", R"sh(mount -t tmpfs -o size=1M none "$1" || exit 99; "$2" "$3" "$1/swim.mp4"
+                                              status=$?; ls "$1"; exit $status)sh",
+                     "sh", disk, ZUMETA_RENDER, project},
+                    std::chrono::seconds(60),
+                    {},
+                    {}});
+    ASSERT_NE(result.exitCode, 99) << result.err.toStdString();
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(linesOf(result.err).size(), 1u) << result.err.toStdString();
+    EXPECT_THAT(result.err.toStdString(), testing::ContainsRegex("^zumeta-render: .*[0-9] [kMG]B"));
+}
+
+TEST_F(KeptSwim, FindsRecordingsThatCameAlongToAnotherDisk)
+{
+    TemporaryFolder otherDisk("/dev/shm");
+    fs::copy(swim.below.parent_path(), otherDisk.file("recordings"), fs::copy_options::recursive);
+    fs::copy(project, otherDisk.file("swim.zumetaproj"));
+    fs::remove_all(swim.below.parent_path());
+    const ProcessResult result =
+        render({"--resolution", "720p", otherDisk.file("swim.zumetaproj"), folder.file("other.mp4")});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    EXPECT_EQ(contentOf(folder.file("other.mp4")), contentOf(folder.file("flags.mp4")));
 }
 
 TEST_F(KeptSwim, SaysWhichSideIsMissing)

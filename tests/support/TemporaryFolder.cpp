@@ -9,8 +9,12 @@
 namespace zumeta::test {
 
 TemporaryFolder::TemporaryFolder()
+    : TemporaryFolder(std::filesystem::temp_directory_path())
+{}
+
+TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent)
 {
-    std::string name = (std::filesystem::temp_directory_path() / "zumeta-test-XXXXXX").string();
+    std::string name = (parent / "zumeta-test-XXXXXX").string();
     if (mkdtemp(name.data()) == nullptr)
         throw std::runtime_error("no temporary folder could be made");
     m_path = name;

@@ -12,6 +12,8 @@ namespace zumeta::test {
 class TemporaryFolder {
 public:
     TemporaryFolder();
+    /// In a folder that is there, such as one of another disk.
+    explicit TemporaryFolder(const std::filesystem::path& parent);
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete; // it stands for one folder on disk
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;

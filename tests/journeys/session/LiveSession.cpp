@@ -22,11 +22,16 @@ struct LaterTurn {
     void await_resume() const noexcept {}
 };
 
-Task<MetadataOutcome> metadataOf(VideoMetadataLoader& loader, std::vector<FileUrl> urls)
-{
-    const QFuture<MetadataOutcome> outcome = loader.loadMetadata(std::move(urls));
-    co_return co_await outcome;
-}
+struct LaterMoment {
+    MainQueue& queue;
+    double seconds;
+    bool await_ready() const noexcept { return seconds <= 0; }
+    void await_suspend(std::coroutine_handle<> task)
+    {
+        queue.postAfter(seconds, [task] { task.resume(); });
+    }
+    void await_resume() const noexcept {}
+};
 
 }
 
@@ -61,25 +66,44 @@ Task<AssetOutcome> CountedAssets::load(FileUrl url)
     co_return outcome;
 }
 
+Task<ProjectReadOutcome> CountedProjectFiles::read(FileUrl url)
+{
+    return m_files.read(std::move(url));
+}
+
+Task<ProjectWriteOutcome> CountedProjectFiles::write(FileUrl url, ProjectState state)
+{
+    ProjectWriteOutcome outcome = co_await m_files.write(std::move(url), std::move(state));
+    written += outcome ? 0 : 1;
+    co_return outcome;
+}
+
+Task<MetadataOutcome> LiveSession::loadMetadata(std::vector<FileUrl> urls)
+{
+    co_await LaterMoment{m_queue, m_diskDelay};
+    const QFuture<MetadataOutcome> outcome = m_metadata.loadMetadata(std::move(urls));
+    co_return co_await outcome;
+}
+
 LiveSession::LiveSession(const std::filesystem::path& folder)
     : m_proxies(m_queue, folder / "Proxies")
 {
-    m_session = std::make_unique<CompositorViewModel>(SessionEnvironment{
-        .playbackClock = m_clock,
-        .queue = m_queue,
-        .notifications = m_notifications,
-        .fileAccess = m_fileAccess,
-        .bookmarks = m_bookmarks,
-        .projectFiles = m_projectFiles,
-        .dialogs = m_dialogs,
-        .localized = [](const QString& key) { return key; },
-        .wallClock = m_wallClock,
-        .assets = m_assets,
-        .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
-        .proxyGenerator = m_proxies,
-        .makePlayer = [this] { return std::make_unique<MoviePlayer>(m_clock, m_queue, nullptr); },
-        .makeExporter = [this] { return std::make_shared<ExportService>(m_exportEnvironment); },
-        .sleepInhibitor = m_sleepInhibitor});
+    m_session = std::make_unique<CompositorViewModel>(
+        SessionEnvironment{.playbackClock = m_clock,
+                           .queue = m_queue,
+                           .notifications = m_notifications,
+                           .fileAccess = m_fileAccess,
+                           .bookmarks = m_bookmarks,
+                           .projectFiles = m_projectFiles,
+                           .dialogs = m_dialogs,
+                           .localized = [](const QString& key) { return key; },
+                           .wallClock = m_wallClock,
+                           .assets = m_assets,
+                           .loadMetadata = [this](std::vector<FileUrl> urls) { return loadMetadata(std::move(urls)); },
+                           .proxyGenerator = m_proxies,
+                           .makePlayer = [this] { return std::make_unique<MoviePlayer>(m_clock, m_queue, nullptr); },
+                           .makeExporter = [this] { return std::make_shared<ExportService>(m_exportEnvironment); },
+                           .sleepInhibitor = m_sleepInhibitor});
 }
 
 LiveSession::~LiveSession() = default;
@@ -134,6 +158,41 @@ bool LiveSession::load(Side side, const std::vector<std::filesystem::path>& file
     if (!waitFor([&] { return player(side).hasCurrentItem() && m_assets.underWay == 0; }))
         return false;
     return waitForPicture(side);
+}
+
+bool LiveSession::keep(const std::filesystem::path& project)
+{
+    m_session->prepareProjectForSave();
+    if (!waitFor([&] { return m_session->showSaveProjectPanel(); }))
+        return false;
+    m_session->setShowSaveProjectPanel(false);
+    const int before = m_projectFiles.written;
+    m_session->saveProject(FileUrl(project));
+    return waitFor([&] { return m_projectFiles.written > before; });
+}
+
+bool LiveSession::restore(const std::filesystem::path& project)
+{
+    bool isRestored = false;
+    const QObject here;
+    QObject::connect(m_session.get(), &CompositorViewModel::projectRestored, &here,
+                     [&isRestored] { isRestored = true; });
+    m_session->importProject({FileUrl(project)});
+    if (!waitFor([&] { return isRestored && m_assets.underWay == 0; }))
+        return false;
+    return (!m_session->aboveVideoURL() || waitForPicture(Side::above)) &&
+           (!m_session->belowVideoURL() || waitForPicture(Side::below));
+}
+
+bool LiveSession::exportTo(const std::filesystem::path& movie)
+{
+    if (std::filesystem::exists(movie))
+        return false; // whether it shall be replaced would be asked
+    m_session->dismissExportNotification();
+    m_dialogs.savePlaces = {FileUrl(movie)};
+    m_session->exportVideo(false);
+    return waitFor([&] { return m_session->exportNotification().has_value(); }, 200) &&
+           !m_session->exportNotification()->isError;
 }
 
 bool LiveSession::waitForProxy(Side side)

@@ -41,6 +41,17 @@ private:
     ThreadedAssetLoader m_loader;
 };
 
+/// Reads and writes like the real one, and knows how many projects were written.
+class CountedProjectFiles final : public ProjectFiles {
+public:
+    Task<ProjectReadOutcome> read(FileUrl url) override;
+    Task<ProjectWriteOutcome> write(FileUrl url, ProjectState state) override;
+    int written = 0;
+
+private:
+    ThreadedProjectFiles m_files;
+};
+
 /// The whole session with real players, real proxies, real files and real time; only the window is missing.
 class LiveSession {
 public:
@@ -60,6 +71,8 @@ public:
     /// Surroundings of exports that will begin.
     ExportEnvironment& exportEnvironment() { return m_exportEnvironment; }
     const FakeSleepInhibitor& sleepInhibitor() const { return m_sleepInhibitor; }
+    /// From now on it takes so long to find out what a file holds, as on a disk that has to wake up first.
+    void setDiskDelay(double seconds) { m_diskDelay = seconds; }
 
     /// Runs the event loop until `condition` holds. False when it does not within `seconds`.
     bool waitFor(const std::function<bool()>& condition, double seconds = 30);
@@ -68,6 +81,13 @@ public:
 
     /// Loads files into a side and waits until the load is through and its first picture is there.
     bool load(Side side, const std::vector<std::filesystem::path>& files);
+    /// Prepares the project, answers the panel with this place and waits until the file is written.
+    bool keep(const std::filesystem::path& project);
+    /// Opens a project like a user and waits until it is in force, with pictures of the videos that were found.
+    bool restore(const std::filesystem::path& project);
+    /// Exports to a place where nothing is, and waits for the end. False when it failed.
+    bool exportTo(const std::filesystem::path& movie);
+
     bool waitForProxy(Side side);
     /// Waits for the exact picture of the moment at which the side stands.
     bool waitForPicture(Side side);
@@ -78,6 +98,7 @@ public:
 
 private:
     bool isExact(Side side);
+    Task<MetadataOutcome> loadMetadata(std::vector<FileUrl> urls);
 
     MonotonicClock m_monotonic;
     EventLoopQueue m_queue;
@@ -85,7 +106,7 @@ private:
     NotificationCenter m_notifications;
     OpenFileAccess m_fileAccess;
     ThreadedBookmarks m_bookmarks;
-    ThreadedProjectFiles m_projectFiles;
+    CountedProjectFiles m_projectFiles;
     AnsweringDialogs m_dialogs{m_queue};
     SystemWallClock m_wallClock;
     CountedAssets m_assets;
@@ -93,6 +114,7 @@ private:
     ProxyGenerator m_proxies;
     ExportEnvironment m_exportEnvironment;
     FakeSleepInhibitor m_sleepInhibitor;
+    double m_diskDelay = 0;
     std::unique_ptr<CompositorViewModel> m_session;
 };
 
