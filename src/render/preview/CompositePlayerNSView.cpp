@@ -111,10 +111,11 @@ void CompositePlayerNSView::pictureChanged()
 
 void CompositePlayerNSView::frameSwapped()
 {
-    if (!std::exchange(m_newPictureIsPainted, false))
+    const std::optional<quint64> shown = std::exchange(m_painted, std::nullopt);
+    if (!shown)
         return;
     m_feed->pictureIsOnScreen();
-    Q_EMIT pictureShown();
+    Q_EMIT pictureShown(*shown);
 }
 
 QSGNode* CompositePlayerNSView::updatePaintNode(QSGNode* oldNode, UpdatePaintNodeData*)
@@ -127,8 +128,8 @@ QSGNode* CompositePlayerNSView::updatePaintNode(QSGNode* oldNode, UpdatePaintNod
     // A scene graph that begins anew has lost what it was given.
     if (m_pictureIsNew || isFirst)
         node->setPicture(m_feed->picture(), *window());
-    m_newPictureIsPainted = m_newPictureIsPainted || m_pictureIsNew;
-    m_pictureIsNew = false;
+    if (std::exchange(m_pictureIsNew, false))
+        m_painted = m_feed->pictureNumber();
     node->setPictureRect(m_pictureRect);
     return node;
 }

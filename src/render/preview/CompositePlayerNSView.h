@@ -93,8 +93,8 @@ Q_SIGNALS:
     void hover(std::optional<double> height);
     void valuesChanged();
     void lastScaleFactorChanged();
-    /// A picture that was composed anew has reached the screen.
-    void pictureShown();
+    /// A picture that was composed anew has reached the screen: that of the request of this number, which count up.
+    void pictureShown(quint64 number);
 
 protected:
     void geometryChange(const QRectF& newGeometry, const QRectF& oldGeometry) override;
@@ -134,7 +134,7 @@ private:
     // Read by the scene graph while the main thread stands.
     QRectF m_pictureRect;
     bool m_pictureIsNew = false;
-    bool m_newPictureIsPainted = false;
+    std::optional<quint64> m_painted; ///< until it is on the screen
 };
 
 }

@@ -141,6 +141,7 @@ void PreviewFeed::showNothing()
     if (m_picture.isEmpty())
         return;
     m_picture = {};
+    m_pictureNumber = 0;
     m_pictureAskedAt.reset();
     m_pictureChanged();
 }
@@ -151,6 +152,7 @@ void PreviewFeed::takeFinished()
     if (!composed || composed->number < m_shownFrom)
         return;
     m_picture = std::move(composed->picture);
+    m_pictureNumber = composed->number;
     m_pictureAskedAt = m_playing.isActive() ? std::optional(composed->askedAt) : std::nullopt;
     m_pictureChanged();
 }

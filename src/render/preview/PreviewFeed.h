@@ -29,6 +29,8 @@ public:
 
     /// Empty when there is nothing to show. Until a new one is composed the old one stays.
     const ScreenPicture& picture() const { return m_picture; }
+    /// Of its request, which count up; 0 while there is nothing to show.
+    uint64_t pictureNumber() const { return m_pictureNumber; }
     /// To be told when picture() has reached the screen: pictures of a playing side are asked for that much earlier.
     void pictureIsOnScreen();
 
@@ -61,6 +63,7 @@ private:
     uint64_t m_asked = 0;
     uint64_t m_shownFrom = 0; ///< pictures of older requests are not to be shown any more
     ScreenPicture m_picture;
+    uint64_t m_pictureNumber = 0;
     std::optional<Instant> m_pictureAskedAt; ///< until it is on the screen, if it is of a playing side
     double m_lead = 0;                       ///< seconds from asking to the screen, on the average of late
 

@@ -257,9 +257,11 @@ TEST(PreviewSurface, GoesWhileItsPicturesAreInTheMaking)
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // the build runs this too, to list the tests
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // the build runs this too, to list the tests
     const QGuiApplication application(argc, argv);
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     ::testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
 }
