@@ -10,9 +10,9 @@ namespace {
 /// Twice for every refresh of usual displays, so that no picture is late by more than half of one.
 constexpr std::chrono::milliseconds kTick{8};
 constexpr double kTickSeconds = std::chrono::duration<double>(kTick).count();
-/// A hitch must not send the picture into the future.
 constexpr double kLongestLead = 0.05;
-constexpr double kShareOfNewest = 0.125;
+/// The lead goes up or down by so much with each picture, so that it comes to the median: a hitch moves it no further.
+constexpr double kLeadStep = 0.0005;
 
 std::optional<VideoPicture> pictureOf(const std::unique_ptr<WatchedPlayer>& watched, double hostTime)
 {
@@ -163,7 +163,7 @@ void PreviewFeed::pictureIsOnScreen()
         return;
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - *m_pictureAskedAt;
     m_pictureAskedAt.reset();
-    m_lead += (std::min(taken.count(), kLongestLead) - m_lead) * kShareOfNewest;
+    m_lead = std::clamp(m_lead + (taken.count() > m_lead ? kLeadStep : -kLeadStep), 0.0, kLongestLead);
 }
 
 }

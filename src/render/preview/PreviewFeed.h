@@ -65,7 +65,7 @@ private:
     ScreenPicture m_picture;
     uint64_t m_pictureNumber = 0;
     std::optional<Instant> m_pictureAskedAt; ///< until it is on the screen, if it is of a playing side
-    double m_lead = 0;                       ///< seconds from asking to the screen, on the average of late
+    double m_lead = 0.01;                    ///< seconds that it takes from asking to the screen
 
     PreviewComposer m_composer; ///< last: it calls back until it is gone
 };

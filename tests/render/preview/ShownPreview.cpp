@@ -47,7 +47,10 @@ FootageSpec ShownPreview::recording(Side side)
 ShownPreview::ShownPreview()
 {
     QObject::connect(&window, &QQuickWindow::frameSwapped, [this] { ++swaps; });
-    QObject::connect(&surface, &CompositePlayerNSView::pictureShown, [this] { ++picturesShown; });
+    QObject::connect(&surface, &CompositePlayerNSView::pictureShown, [this](quint64 number) {
+        ++picturesShown;
+        m_newestShown = number;
+    });
     window.setColor(Qt::magenta); // no recording and no backdrop has it
     window.resize(kWidth, kHeight);
     surface.setSize({kWidth, kHeight});
@@ -95,16 +98,17 @@ void ShownPreview::letPass(std::chrono::milliseconds span)
 
 bool ShownPreview::settle()
 {
-    // Quiet for a while: whatever was under way has come by then, or nothing has.
-    int shown = picturesShown;
-    uint64_t asked = surface.picturesAskedFor();
-    QDeadlineTimer quiet(std::chrono::milliseconds(250));
+    const auto isExact = [this](MoviePlayer& player) {
+        const std::optional<ShownPicture> shown = player.shownPicture(m_clock.now());
+        return shown && shown->isExact;
+    };
+    constexpr std::chrono::milliseconds kQuiet{100}; // a player's last news may still be on their way
+    uint64_t asked = 0;
+    QDeadlineTimer quiet(kQuiet);
     return waitUntil([&] {
-        if (shown != picturesShown || asked != surface.picturesAskedFor()) {
-            shown = picturesShown;
-            asked = surface.picturesAskedFor();
-            quiet = QDeadlineTimer(std::chrono::milliseconds(250));
-        }
+        const bool isThere = isExact(above) && isExact(below) && m_newestShown == surface.picturesAskedFor();
+        if (!isThere || std::exchange(asked, surface.picturesAskedFor()) != surface.picturesAskedFor())
+            quiet = QDeadlineTimer(kQuiet);
         return quiet.hasExpired();
     });
 }

@@ -35,7 +35,7 @@ public:
     void updatePlayers(bool hasAbove, bool hasBelow);
     /// Lets the event loop turn until that holds; false when it takes longer than anything should.
     bool waitUntil(const std::function<bool()>& holds);
-    /// Until nothing is in the making any more and the newest picture is on the screen.
+    /// Until both players have what they were sent to, and the picture of that is on the screen.
     bool settle();
     /// The event loop turns for so long, for what must not happen in it.
     void letPass(std::chrono::milliseconds span);
@@ -51,6 +51,7 @@ public:
     int picturesShown = 0;
 
 private:
+    quint64 m_newestShown = 0;
     MonotonicClock m_clock;
     EventLoopQueue m_queue;
     PlaybackClock m_playbackClock{m_clock, m_queue};
