@@ -63,9 +63,9 @@ void CompositePlayerNSView::layOut()
     view.shownSize =
         pictureSizeOn(surface, {m_fields.projectAspectRatio.width(), m_fields.projectAspectRatio.height()});
     // On whole device pixels, so that a picture of that size is shown as it is.
-    const QRectF rect((surface.width - view.shownSize.width) / 2 / ratio,
-                      (surface.height - view.shownSize.height) / 2 / ratio, view.shownSize.width / ratio,
-                      view.shownSize.height / ratio);
+    const int left = (surface.width - view.shownSize.width) / 2;
+    const int top = (surface.height - view.shownSize.height) / 2;
+    const QRectF rect(left / ratio, top / ratio, view.shownSize.width / ratio, view.shownSize.height / ratio);
     if (m_pictureRect != rect) {
         m_pictureRect = rect;
         update();

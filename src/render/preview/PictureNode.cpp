@@ -19,8 +19,8 @@ QImage imageOf(const ScreenPicture& picture)
     const QImageCleanupFunction letGo = [](void* held) {
         const std::unique_ptr<ScreenPicture> gone(static_cast<ScreenPicture*>(held));
     };
-    const QImage image(bytes, picture.width, picture.height, qsizetype(picture.width) * 4, QImage::Format_RGB32, letGo,
-                       handle.get());
+    QImage image(bytes, picture.width, picture.height, qsizetype(picture.width) * 4, QImage::Format_RGB32, letGo,
+                 handle.get());
     if (!image.isNull())
         static_cast<void>(handle.release()); // the image calls letGo
     return image;

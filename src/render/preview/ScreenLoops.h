@@ -4,6 +4,7 @@
 #include "render/preview/ScreenKernels.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace zumeta {
 
@@ -20,7 +21,7 @@ constexpr double kGreen = 1 - kRed - kBlue;
 
 constexpr int rounded(double value)
 {
-    return int(value + 0.5);
+    return int(2 * value + 1) / 2;
 }
 
 constexpr int kFromY = rounded(kLumaGain);
@@ -37,7 +38,7 @@ void mixRows(const uint8_t* near, const uint8_t* far, int count, int16_t* out)
 
 void spread(const int16_t* mixed, int count, int16_t* out)
 {
-    for (int i = 0; i < count; ++i) {
+    for (ptrdiff_t i = 0; i < count; ++i) {
         out[2 * i] = int16_t(2 * mixed[i]);
         out[2 * i + 1] = int16_t(mixed[i] + mixed[i + 1]);
     }
