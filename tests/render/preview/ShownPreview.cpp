@@ -102,7 +102,7 @@ bool ShownPreview::settle()
         const std::optional<ShownPicture> shown = player.shownPicture(m_clock.now());
         return shown && shown->isExact;
     };
-    constexpr std::chrono::milliseconds kQuiet{100}; // a player's last news may still be on their way
+    constexpr std::chrono::milliseconds kQuiet{200}; // a player's last news may still be on their way
     uint64_t asked = 0;
     QDeadlineTimer quiet(kQuiet);
     return waitUntil([&] {
