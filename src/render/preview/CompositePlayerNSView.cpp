@@ -90,17 +90,28 @@ void CompositePlayerNSView::itemChange(ItemChange change, const ItemChangeData& 
     else if (change == ItemDevicePixelRatioHasChanged)
         layOut();
     else if (change == ItemVisibleHasChanged)
-        m_feed->setSeen(data.boolValue);
+        lookWhetherSeen();
     QQuickItem::itemChange(change, data);
 }
 
 void CompositePlayerNSView::follow(QQuickWindow* window)
 {
-    disconnect(m_swaps);
-    if (!window)
-        return;
-    m_swaps = connect(window, &QQuickWindow::frameSwapped, this, &CompositePlayerNSView::frameSwapped);
+    for (const QMetaObject::Connection& connection : m_fromWindow)
+        disconnect(connection);
+    if (window) {
+        m_fromWindow = {
+            connect(window, &QQuickWindow::frameSwapped, this, &CompositePlayerNSView::frameSwapped),
+            connect(window, &QWindow::visibilityChanged, this, &CompositePlayerNSView::lookWhetherSeen),
+        };
+    }
+    lookWhetherSeen();
     layOut(); // of another ratio of pixels, perhaps
+}
+
+void CompositePlayerNSView::lookWhetherSeen()
+{
+    const QWindow::Visibility visibility = window() ? window()->visibility() : QWindow::Hidden;
+    m_feed->setSeen(isVisible() && visibility != QWindow::Hidden && visibility != QWindow::Minimized);
 }
 
 void CompositePlayerNSView::pictureChanged()

@@ -4,6 +4,7 @@
 
 #include <QQuickItem>
 #include <QSizeF>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -124,11 +125,12 @@ private:
     void layOut();
     void pictureChanged();
     void follow(QQuickWindow* window);
+    void lookWhetherSeen();
     void frameSwapped();
 
     Fields m_fields;
     double m_lastScaleFactor = 1;
-    QMetaObject::Connection m_swaps;
+    std::array<QMetaObject::Connection, 2> m_fromWindow;
     std::unique_ptr<PreviewFeed> m_feed;
 
     // Read by the scene graph while the main thread stands.

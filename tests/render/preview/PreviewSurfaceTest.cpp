@@ -162,6 +162,33 @@ TEST(PreviewSurface, FollowsTheSidesWhileTheyPlayAndStopsWhereTheyStop)
     EXPECT_EQ(preview.swaps, swaps) << "it still draws";
 }
 
+TEST(PreviewSurface, MakesNoPicturesOfPlayingSidesWhileItCannotBeSeen)
+{
+    ShownPreview preview;
+    ASSERT_TRUE(preview.settle());
+    preview.above.play();
+    preview.below.play();
+    const auto expectRest = [&] {
+        preview.letPass(std::chrono::milliseconds(50)); // one may be in the making
+        const uint64_t asked = preview.surface.picturesAskedFor();
+        preview.letPass(std::chrono::milliseconds(150));
+        EXPECT_EQ(preview.surface.picturesAskedFor(), asked);
+    };
+    const auto expectPictures = [&] {
+        const uint64_t asked = preview.surface.picturesAskedFor();
+        EXPECT_TRUE(preview.waitUntil([&] { return preview.surface.picturesAskedFor() > asked + 1; }));
+    };
+    expectPictures();
+    preview.surface.setVisible(false);
+    expectRest();
+    preview.surface.setVisible(true);
+    expectPictures();
+    preview.window.hide();
+    expectRest();
+    preview.window.show();
+    expectPictures();
+}
+
 TEST(PreviewSurface, TheAboveSideIsHiddenWhileThePickIsInTheBelowOne)
 {
     ShownPreview preview;
