@@ -92,17 +92,15 @@ ExportParameters randomSettings(std::mt19937& random)
     return params;
 }
 
-PreviewSituation sameInThePreview(const ExportParameters& params)
+void setLike(const ExportParameters& params, PreviewSituation& situation)
 {
     const ExportResolutionFacts& size = facts(params.resolution);
-    PreviewSituation situation;
     situation.values.waterlineHeight = params.waterlineHeight;
     situation.values.aboveZoom = params.aboveZoom;
     situation.values.aboveOffset = params.aboveOffset;
     situation.values.aboveHorizontalOffset = params.aboveHorizontalOffset;
     situation.values.blendAmount = params.blendAmount;
     situation.shownSize = pictureSizeOn({size.width, size.height}, params.projectAspectRatio);
-    return situation;
 }
 
 struct Case {
@@ -111,65 +109,39 @@ struct Case {
     const char* name;
 };
 
-std::ostream& operator<<(std::ostream& out, const Case& c)
-{
-    return out << c.name;
-}
-
-class EveryExportSize : public testing::TestWithParam<Case> {
-protected:
-    // Decoding takes longest, and gives the same for every size.
-    static void SetUpTestSuite()
-    {
-        s_sources = std::make_unique<Sources>(
-            Sources{readFrame(Side::below), readFrame(Side::above), shownFrame(Side::below), shownFrame(Side::above)});
-    }
-    static void TearDownTestSuite() { s_sources.reset(); }
-
-    struct Sources {
-        FrameSlot readBelow;
-        FrameSlot readAbove;
-        VideoPicture shownBelow;
-        VideoPicture shownAbove;
-    };
-    static std::unique_ptr<Sources> s_sources;
+/// Each size with the shape of its projects.
+constexpr Case kCases[] = {
+    {ExportResolutionType::hd720, {16, 9}, "720p"},  {ExportResolutionType::hd1080, {16, 9}, "1080p"},
+    {ExportResolutionType::uhd4k, {16, 9}, "4K"},    {ExportResolutionType::hd960, {4, 3}, "960p"},
+    {ExportResolutionType::hd1440, {4, 3}, "1440p"},
 };
 
-std::unique_ptr<EveryExportSize::Sources> EveryExportSize::s_sources;
-
 }
 
-TEST_P(EveryExportSize, ThePreviewIsTheFrameBeforeItIsEncoded)
+// One test, since drawing and decoding recordings of this size takes longest.
+TEST(Preview, IsTheExportsFrameBeforeItIsEncodedAtEverySize)
 {
-    const Case& c = GetParam();
-    std::mt19937 random(unsigned(c.resolution) + 99);
+    const FrameSlot readBelow = readFrame(Side::below);
+    const FrameSlot readAbove = readFrame(Side::above);
+    PreviewSituation situation;
+    situation.below = shownFrame(Side::below);
+    situation.above = shownFrame(Side::above);
+    ASSERT_EQ(readBarCode(RawPicture(*situation.above)), (BarCode{Side::above, kFrame}));
+    ASSERT_EQ(readBarCode(RawPicture(*situation.below)), (BarCode{Side::below, kFrame}));
     PreviewCompositor compositor(1);
-    for (int i = 0; i < kSettings; ++i) {
-        ExportParameters params = randomSettings(random);
-        params.resolution = c.resolution;
-        params.projectAspectRatio = c.aspect;
-        PreviewSituation situation = sameInThePreview(params);
-        situation.below = s_sources->shownBelow;
-        situation.above = s_sources->shownAbove;
-        const RawPicture preview(compositor.compose(previewRequest(situation).value()).view());
-        const RawPicture exported = exportedFrame(params, s_sources->readBelow, s_sources->readAbove);
-        ASSERT_EQ(preview.format(), exported.format());
-        ASSERT_EQ(preview.bytes(), exported.bytes()) << "settings " << i;
+    for (const Case& c : kCases) {
+        std::mt19937 random(unsigned(c.resolution) + 99);
+        for (int i = 0; i < kSettings; ++i) {
+            ExportParameters params = randomSettings(random);
+            params.resolution = c.resolution;
+            params.projectAspectRatio = c.aspect;
+            setLike(params, situation);
+            const RawPicture preview(compositor.compose(previewRequest(situation).value()).view());
+            const RawPicture exported = exportedFrame(params, readBelow, readAbove);
+            ASSERT_EQ(preview.format(), exported.format()) << c.name;
+            ASSERT_EQ(preview.bytes(), exported.bytes()) << c.name << ", settings " << i;
+        }
     }
 }
-
-TEST_P(EveryExportSize, BothRoadsGiveThePictureThatWasMeant)
-{
-    EXPECT_EQ(readBarCode(RawPicture(s_sources->shownAbove)), (BarCode{Side::above, kFrame}));
-    EXPECT_EQ(readBarCode(RawPicture(s_sources->shownBelow)), (BarCode{Side::below, kFrame}));
-}
-
-INSTANTIATE_TEST_SUITE_P(, EveryExportSize,
-                         testing::Values(Case{ExportResolutionType::hd720, {16, 9}, "Hd720"},
-                                         Case{ExportResolutionType::hd1080, {16, 9}, "Hd1080"},
-                                         Case{ExportResolutionType::uhd4k, {16, 9}, "Uhd4k"},
-                                         Case{ExportResolutionType::hd960, {4, 3}, "Hd960"},
-                                         Case{ExportResolutionType::hd1440, {4, 3}, "Hd1440"}),
-                         [](const auto& round) { return std::string(round.param.name); });
 
 }

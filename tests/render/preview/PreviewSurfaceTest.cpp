@@ -209,8 +209,8 @@ TEST(PreviewSurface, BlackSidesAreHiddenInSplitAlone)
     preview.surface.setAboveVideoBlack(true);
     EXPECT_TRUE(preview.waitForCodes({std::nullopt, 0}));
     preview.surface.setBelowVideoBlack(true);
-    EXPECT_TRUE(preview.waitUntil([&] { return isBackdrop(preview.grab().pixel(300, 200)); }));
-    EXPECT_TRUE(isBackdrop(preview.grab().pixel(300, 20)));
+    EXPECT_TRUE(preview.waitUntil([&] { return isBackdrop(preview.grab().pixel(150, 100)); }));
+    EXPECT_TRUE(isBackdrop(preview.grab().pixel(150, 10)));
     preview.surface.setViewMode(ViewMode::aboveOnly);
     EXPECT_TRUE(preview.waitForCodes({0, std::nullopt}));
     preview.surface.setViewMode(ViewMode::belowOnly);
@@ -225,10 +225,10 @@ TEST(PreviewSurface, ASideWithoutPlayerIsGoneAndTheOtherStays)
     EXPECT_TRUE(preview.waitForCodes({std::nullopt, 0}));
     preview.updatePlayers(true, false);
     EXPECT_TRUE(preview.waitForCodes({0, std::nullopt}));
-    EXPECT_TRUE(isBackdrop(preview.grab().pixel(320, 340)));
+    EXPECT_TRUE(isBackdrop(preview.grab().pixel(160, 170)));
     preview.updatePlayers(false, false);
     EXPECT_TRUE(preview.waitForCodes({std::nullopt, std::nullopt}));
-    EXPECT_TRUE(isBackdrop(preview.grab().pixel(320, 20)));
+    EXPECT_TRUE(isBackdrop(preview.grab().pixel(160, 10)));
 }
 
 TEST(PreviewSurface, WithoutExtentTheOldLayoutStands)
@@ -250,26 +250,26 @@ TEST(PreviewSurface, StandsInTheMiddleOfASurfaceOfAnotherShape)
 {
     ShownPreview preview;
     ASSERT_TRUE(preview.waitForCodes({0, 0}));
-    preview.window.resize(640, 480);
-    preview.surface.setSize({640, 480});
+    preview.window.resize(320, 240);
+    preview.surface.setSize({320, 240});
     ASSERT_TRUE(preview.settle());
     const QImage shown = preview.grab();
-    ASSERT_EQ(shown.size(), QSize(640, 480));
-    EXPECT_TRUE(isBackdrop(shown.pixel(5, 59)));
-    EXPECT_TRUE(isBackdrop(shown.pixel(5, 420)));
-    EXPECT_EQ(shown.copy(0, 60, 640, 360), exportedPicture(preview));
+    ASSERT_EQ(shown.size(), QSize(320, 240));
+    EXPECT_TRUE(isBackdrop(shown.pixel(5, 29)));
+    EXPECT_TRUE(isBackdrop(shown.pixel(5, 210)));
+    EXPECT_EQ(shown.copy(0, 30, 320, 180), exportedPicture(preview));
 }
 
 TEST(PreviewSurface, IsEnlargedByTheWindowWhereTheSourcesAreSmaller)
 {
     ShownPreview preview;
     ASSERT_TRUE(preview.waitForCodes({0, 0}));
-    preview.window.resize(960, 540);
-    preview.surface.setSize({960, 540});
+    preview.window.resize(480, 270);
+    preview.surface.setSize({480, 270});
     ASSERT_TRUE(preview.settle());
     const QImage shown = preview.grab();
     EXPECT_EQ(ShownPreview::codesIn(shown), (ShownCodes{0, 0}));
-    EXPECT_FALSE(isBackdrop(shown.pixel(955, 535)));
+    EXPECT_FALSE(isBackdrop(shown.pixel(475, 265)));
 }
 
 TEST(PreviewSurface, ShowsItsPictureAgainInANewSceneGraph)

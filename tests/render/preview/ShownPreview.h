@@ -21,8 +21,8 @@ struct ShownCodes {
 /// The preview in a window, with real players on real recordings, in real time.
 class ShownPreview {
 public:
-    static constexpr int kWidth = 640;
-    static constexpr int kHeight = 360;
+    static constexpr int kWidth = 320;
+    static constexpr int kHeight = 180;
 
     /// Both sides loaded, as large as the window, which shows them half and half at a GoPro's zoom.
     ShownPreview();
