@@ -5,6 +5,7 @@
 #include "media/movie/FrameReadAhead.h"
 #include "media/movie/MovieError.h"
 #include "render/export/AudioExport.h"
+#include "render/export/ExportLayout.h"
 #include "render/export/ExportMetadata.h"
 #include "render/export/FrameLoop.h"
 #include "render/export/SourceAssembly.h"
@@ -202,14 +203,7 @@ void ExportRun::writeMovie()
         throwIfCancelled();
         throw writerFailed("Failed to start audio reading");
     }
-    VideoCompositionConfig config;
-    config.waterlineHeight = m_params.waterlineHeight;
-    config.aboveZoom = m_params.aboveZoom;
-    config.aboveOffset = m_params.aboveOffset;
-    config.aboveHorizontalOffset = m_params.aboveHorizontalOffset;
-    config.blendAmount = m_params.blendAmount;
-    const std::optional<CompositeLayout> layout =
-        exportLayout({double(size.width), double(size.height)}, m_params.projectAspectRatio, config);
+    const std::optional<CompositeLayout> layout = exportLayout(m_params);
     if (!layout)
         throw ExportError(ExportError::Case::unknown);
     CompositorOptions options;
@@ -230,7 +224,10 @@ void ExportRun::writeMovie()
         if (sound)
             audio.emplace(std::move(sound), soundStart, *m_writer);
         ProgressThrottle throttle;
-        runFrameLoop(plan, below, above, compositor, *m_writer, m_stop, [&](int64_t frameIndex) {
+        const FrameSink sink{
+            [this] { return m_writer->nextPicture(); },
+            [this](const WritablePicture& picture, MediaTime time) { m_writer->appendVideo(picture, time); }};
+        runFrameLoop(plan, below, above, compositor, sink, m_stop, [&](int64_t frameIndex) {
             const double fraction = double(frameIndex) / double(plan.totalFrames);
             if (throttle.shouldReport(fraction))
                 m_report(std::min(fraction, 1.0));

@@ -4,7 +4,7 @@
 namespace zumeta {
 
 int64_t runFrameLoop(const FrameLoopPlan& plan, FrameSource& below, FrameSource& above, FrameCompositor& compositor,
-                     MovieWriter& writer, const std::stop_token& stop, const std::function<void(int64_t)>& report)
+                     const FrameSink& sink, const std::stop_token& stop, const std::function<void(int64_t)>& report)
 {
     int64_t frameIndex = 0;
     while (frameIndex < plan.totalFrames && !stop.stop_requested()) {
@@ -16,11 +16,11 @@ int64_t runFrameLoop(const FrameLoopPlan& plan, FrameSource& below, FrameSource&
         if (!belowSlot->picture)
             continue;
         const VideoPicture* const abovePicture = aboveSlot && aboveSlot->picture ? &*aboveSlot->picture : nullptr;
-        WritablePicture picture = writer.nextPicture();
+        WritablePicture picture = sink.nextPicture();
         compositor.compose(*belowSlot->picture, abovePicture, picture);
         if (stop.stop_requested())
             break;
-        writer.appendVideo(picture, {frameIndex * plan.frameDuration.value, plan.frameDuration.timescale});
+        sink.append(picture, {frameIndex * plan.frameDuration.value, plan.frameDuration.timescale});
         ++frameIndex;
         report(frameIndex);
     }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "media/movie/FrameReader.h"
-#include "media/movie/MovieWriter.h"
 #include "render/FrameCompositor.h"
 
 #include <functional>
@@ -14,11 +13,17 @@ struct FrameLoopPlan {
     MediaTime frameDuration;
 };
 
-/// Takes one frame of each source, composes them and hands the result to the writer, until the aimed number is
+/// Where the composed frames go. Either may throw.
+struct FrameSink {
+    std::function<WritablePicture()> nextPicture; ///< one to fill
+    std::function<void(const WritablePicture& picture, MediaTime presentationTime)> append;
+};
+
+/// Takes one frame of each source, composes them and hands the result to the sink, until the aimed number is
 /// reached, the below source ends, or `stop` is asked for. Frames are paired by order of reading: sources of one rate
-/// stay in step, and a place without a picture below costs the movie a frame. Throws what the writer throws.
+/// stay in step, and a place without a picture below costs the movie a frame. Throws what the sink throws.
 /// `report` is called on this thread after each frame, with the number of frames so far. Gives that number.
 int64_t runFrameLoop(const FrameLoopPlan& plan, FrameSource& below, FrameSource& above, FrameCompositor& compositor,
-                     MovieWriter& writer, const std::stop_token& stop, const std::function<void(int64_t)>& report);
+                     const FrameSink& sink, const std::stop_token& stop, const std::function<void(int64_t)>& report);
 
 }
