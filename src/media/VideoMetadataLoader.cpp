@@ -3,6 +3,7 @@
 
 #include "media/VideoFileHelper.h"
 
+#include <QCoroFuture>
 #include <QtConcurrentRun>
 #include <cmath>
 #include <system_error>
@@ -55,6 +56,13 @@ VideoMetadataLoader::VideoMetadataLoader(AssetLoader load)
 QFuture<MetadataOutcome> VideoMetadataLoader::loadMetadata(std::vector<FileUrl> urls)
 {
     return QtConcurrent::run(&m_thread, [urls = std::move(urls), load = m_load] { return loadNow(urls, load); });
+}
+
+Task<MetadataOutcome> VideoMetadataLoader::load(std::vector<FileUrl> urls)
+{
+    // Named first: awaiting the call itself destroys its captures twice under GCC 12.
+    const QFuture<MetadataOutcome> outcome = loadMetadata(std::move(urls));
+    co_return co_await outcome;
 }
 
 MetadataOutcome VideoMetadataLoader::loadNow(const std::vector<FileUrl>& urls, const AssetLoader& load)

@@ -2,6 +2,7 @@
 #pragma once
 #include "media/movie/MediaAsset.h"
 #include "model/VideoAsset.h"
+#include "platform/Task.h"
 
 #include <QFuture>
 #include <QString>
@@ -34,6 +35,8 @@ public:
     /// Off the calling thread; the calls of one loader run one at a time, in order. The future is never cancelled and
     /// holds no exception. The loader waits at its end for the call under way.
     QFuture<MetadataOutcome> loadMetadata(std::vector<FileUrl> urls);
+    /// The same, to be awaited. Main thread.
+    Task<MetadataOutcome> load(std::vector<FileUrl> urls);
 
     /// The same on the calling thread.
     static MetadataOutcome loadNow(const std::vector<FileUrl>& urls, const AssetLoader& load);

@@ -7,22 +7,11 @@
 #include "render/CompositorScaling.h"
 #include "render/export/ExportService.h"
 
-#include <QCoroFuture>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
 
 namespace zumeta {
-
-namespace {
-
-Task<MetadataOutcome> metadataOf(VideoMetadataLoader& loader, std::vector<FileUrl> urls)
-{
-    const QFuture<MetadataOutcome> outcome = loader.loadMetadata(std::move(urls));
-    co_return co_await outcome;
-}
-
-}
 
 ZumetaApp::ZumetaApp()
     : m_settings(SettingsFile::defaultPath())
@@ -51,7 +40,7 @@ SessionEnvironment ZumetaApp::environment()
         .localized = [this](const QString& key) { return m_languages.localized(key); },
         .wallClock = m_wallClock,
         .assets = m_assets,
-        .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
+        .loadMetadata = [this](std::vector<FileUrl> urls) { return m_metadata.load(std::move(urls)); },
         .proxyGenerator = m_proxies,
         .makePlayer =
             [this] {

@@ -5,7 +5,6 @@
 #include "media/playback/TimekeepingPlayer.h"
 #include "render/export/ExportService.h"
 
-#include <QCoroFuture>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -14,12 +13,6 @@ namespace zumeta {
 namespace {
 
 constexpr int kLookInterval = 20; ///< milliseconds
-
-Task<MetadataOutcome> metadataOf(VideoMetadataLoader& loader, std::vector<FileUrl> urls)
-{
-    const QFuture<MetadataOutcome> outcome = loader.loadMetadata(std::move(urls));
-    co_return co_await outcome;
-}
 
 }
 
@@ -61,7 +54,7 @@ HeadlessSession::HeadlessSession(FileUrl output)
         .localized = [](const QString& key) { return Translations::compiled().text(key, AppLanguage::english); },
         .wallClock = m_wallClock,
         .assets = m_assets,
-        .loadMetadata = [this](std::vector<FileUrl> urls) { return metadataOf(m_metadata, std::move(urls)); },
+        .loadMetadata = [this](std::vector<FileUrl> urls) { return m_metadata.load(std::move(urls)); },
         .proxyGenerator = m_proxies,
         .makePlayer = [this] { return std::make_unique<TimekeepingPlayer>(m_clock); },
         .makeExporter = [exports] { return std::make_shared<ExportService>(exports); },

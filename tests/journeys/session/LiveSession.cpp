@@ -4,7 +4,6 @@
 #include "media/playback/MoviePlayer.h"
 
 #include <QCoreApplication>
-#include <QCoroFuture>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -81,8 +80,7 @@ Task<ProjectWriteOutcome> CountedProjectFiles::write(FileUrl url, ProjectState s
 Task<MetadataOutcome> LiveSession::loadMetadata(std::vector<FileUrl> urls)
 {
     co_await LaterMoment{m_queue, m_diskDelay};
-    const QFuture<MetadataOutcome> outcome = m_metadata.loadMetadata(std::move(urls));
-    co_return co_await outcome;
+    co_return co_await m_metadata.load(std::move(urls));
 }
 
 LiveSession::LiveSession(const std::filesystem::path& folder)
