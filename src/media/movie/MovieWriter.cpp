@@ -252,7 +252,9 @@ void MovieWriter::Implementation::write(AVPacket& packet, const AVStream& stream
     av_packet_rescale_ts(&packet, timeBase, stream.time_base);
     const std::lock_guard lock(m_fileMutex);
     throwIfCancelled();
-    if (av_write_frame(m_format.get(), &packet) < 0 || !m_output.failure().empty())
+    // Picture and sound come from two threads, in an order that no two exports share. libavformat puts them into that
+    // of their time stamps, so that equal exports give equal files.
+    if (av_interleaved_write_frame(m_format.get(), &packet) < 0 || !m_output.failure().empty())
         throw MovieError(MovieError::Kind::cannotWrite,
                          m_output.failure().empty() ? "the movie file refused a packet" : m_output.failure());
 }

@@ -54,9 +54,7 @@ void makeComposition(LiveSession& live, const FilmedSwim& swim);
 /// Every frame's numbers, the size and one picture of the movie, each against what the swim says.
 void expectMovieOf(const FilmedSwim& swim, const std::filesystem::path& movie);
 
-/// All that a movie holds apart from the export's ID and date: every packet of its two tracks with its times and a sum
-/// over its bytes, and whatever else the file says. Only how the tracks' packets are laid among each other is left out,
-/// since that depends on which was ready first.
+/// The bytes of a movie, those of the export's ID and date aside.
 std::string contentWithoutIdAndDate(const std::filesystem::path& movie);
 
 /// That the two have this content in common. Where the encoder does not repeat itself, that of their pictures counts.
