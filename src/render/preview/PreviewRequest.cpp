@@ -14,15 +14,15 @@ int evenBelow(double length)
     return int(std::floor((length + kSlack) / 2)) * 2;
 }
 
-int nearestEven(double length)
+int evenWithin(double length, double limit)
 {
-    return std::max(2, int(std::lround(length / 2)) * 2);
+    const int highest = int(std::floor(limit / 2)) * 2;
+    return std::max(2, std::min(2 * int(std::lround(length / 2)), highest));
 }
 
-/// Width of the widest picture of this shape that a source fills without being enlarged.
-double fillableWidth(const PictureFormat& source, PixelSize shape)
+std::optional<Size> squaredSize(const PictureFormat* format)
 {
-    return std::min(source.squaredWidth(), double(source.height) * shape.width / shape.height);
+    return format != nullptr ? std::optional(Size{format->squaredWidth(), double(format->height)}) : std::nullopt;
 }
 
 bool isSamePicture(const std::optional<VideoPicture>& a, const std::optional<VideoPicture>& b)
@@ -54,16 +54,25 @@ PixelSize pictureSizeOn(PixelSize surface, AspectRatio projectAspectRatio)
     return {evenBelow(width), evenBelow(height)};
 }
 
+PixelSize composedSize(PixelSize shown, std::optional<Size> below, std::optional<Size> above)
+{
+    Size limit;
+    double best = 0;
+    for (const std::optional<Size>& source : {above, below}) {
+        const double share = source ? std::min(source->width / shown.width, source->height / shown.height) : 0;
+        if (share > best) {
+            best = share;
+            limit = *source;
+        }
+    }
+    const double share = std::min(best, 1.0);
+    return {evenWithin(shown.width * share, std::min(limit.width, double(shown.width))),
+            evenWithin(shown.height * share, std::min(limit.height, double(shown.height)))};
+}
+
 PixelSize composedSize(PixelSize shown, const PictureFormat* below, const PictureFormat* above)
 {
-    double widest = 0;
-    for (const PictureFormat* const source : {below, above}) {
-        if (source != nullptr)
-            widest = std::max(widest, fillableWidth(*source, shown));
-    }
-    if (widest >= shown.width)
-        return shown;
-    return {nearestEven(widest), nearestEven(widest * shown.height / shown.width)};
+    return composedSize(shown, squaredSize(below), squaredSize(above));
 }
 
 std::optional<PreviewRequest> previewRequest(const PreviewSituation& situation)

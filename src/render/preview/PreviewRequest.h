@@ -25,8 +25,10 @@ struct PixelSize {
 /// The largest even size of that shape on a surface; empty when the surface is too small for any.
 PixelSize pictureSizeOn(PixelSize surface, AspectRatio projectAspectRatio);
 
-/// The size at which to compose a picture of `shown` pixels: no larger than the larger source can fill with pixels of
-/// its own, since what is enlarged twice only costs twice. Absent sources do not count.
+/// The size at which to compose a picture of `shown` pixels: no larger than the finer source can fill with pixels of
+/// its own, since what is enlarged twice only costs twice. Whole and even, in the shape of `shown` but for a pixel.
+/// Sources count with square pixels; absent ones do not count.
+PixelSize composedSize(PixelSize shown, std::optional<Size> below, std::optional<Size> above);
 PixelSize composedSize(PixelSize shown, const PictureFormat* below, const PictureFormat* above);
 
 /// Everything that decides what the preview shows at one moment.

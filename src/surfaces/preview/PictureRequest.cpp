@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "surfaces/preview/PictureRequest.h"
 
-#include <algorithm>
-#include <cmath>
+#include "render/preview/PreviewRequest.h"
 
 namespace zumeta {
 
@@ -14,12 +13,6 @@ bool isSamePicture(const std::optional<VideoPicture>& one, const std::optional<V
         return one.has_value() == other.has_value();
     // Both are held and never written to, so the same place in memory is the same picture.
     return one->planes[0].data == other->planes[0].data;
-}
-
-int evenWithin(double length, double limit)
-{
-    const int highest = int(std::floor(limit / 2)) * 2;
-    return std::max(2, std::min(2 * int(std::lround(length / 2)), highest));
 }
 
 std::optional<Size> squaredSize(const std::optional<VideoPicture>& picture)
@@ -53,20 +46,8 @@ bool operator==(const PictureRequest& one, const PictureRequest& other)
 
 QSize composedSize(QSize surface, const Sides<std::optional<Size>>& sources)
 {
-    Size limit;
-    double best = 0;
-    for (const std::optional<Size>& source : {sources.above, sources.below}) {
-        if (!source)
-            continue;
-        const double share = std::min(source->width / surface.width(), source->height / surface.height());
-        if (share > best) {
-            best = share;
-            limit = *source;
-        }
-    }
-    const double share = std::min(best, 1.0);
-    return {evenWithin(surface.width() * share, std::min(limit.width, double(surface.width()))),
-            evenWithin(surface.height() * share, std::min(limit.height, double(surface.height())))};
+    const PixelSize size = composedSize(PixelSize{surface.width(), surface.height()}, sources.below, sources.above);
+    return {size.width, size.height};
 }
 
 std::optional<PictureRequest> pictureRequest(QSize surface, const SurfaceValues& values,

@@ -77,6 +77,14 @@ TEST(PreviewSize, IsComposedNoLargerThanTheLargerSource)
     EXPECT_EQ(composedSize({3840, 2160}, &anamorphic, nullptr), (PixelSize{1920, 1080}));
 }
 
+TEST(PreviewSize, IsComposedWithinASourceOfOddSizeToo)
+{
+    for (int width = 101; width < 400; width += 2) {
+        const PictureFormat odd = formatOf(width, 4000);
+        EXPECT_LE(composedSize({400, 200}, &odd, nullptr).width, width);
+    }
+}
+
 TEST(PreviewRequest, SplitShowsBothSidesUnderTheMask)
 {
     const PreviewSituation situation = bothSides();
