@@ -173,6 +173,8 @@ TEST_F(SessionJourney, ChaptersPlayAsOneVideoAndStayOnTheirSources)
     EXPECT_FALSE(session.projectState().aboveVideo->proxyURL);
     EXPECT_NEAR(session.duration(), 4, 0.1);
     session.seek(1.9, true);
+    // Until it is there, the nearest picture at hand is shown, which is the first one of all.
+    ASSERT_TRUE(live.waitForPicture(Side::above));
     std::set<int> seen;
     session.play();
     live.run(0.4, [&] {
