@@ -4,8 +4,8 @@
 add_library(zumeta-options INTERFACE)
 target_include_directories(zumeta-options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 target_compile_options(zumeta-options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Werror
-    $<$<NOT:$<BOOL:$<TARGET_PROPERTY:ZUMETA_HOLDS_GENERATED_CODE>>>:-Wshadow>)
+    -Wall -Wextra -Wpedantic -Werror
+    "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:ZUMETA_HOLDS_GENERATED_CODE>>>:-Wshadow;-Wconversion>")
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC 12 takes an empty std::optional for uninitialised memory when it inlines its destructor, and sees overlapping
     # copies in operator+ of a literal and a std::string.

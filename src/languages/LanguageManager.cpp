@@ -34,7 +34,8 @@ AppLanguage LanguageManager::languageAtStart() const
 
 QString LanguageManager::localized(const QString& key) const
 {
-    return Translations::compiled().text(key, m_currentLanguage);
+    const Translations& window = Translations::ofTheWindow();
+    return (window.contains(key) ? window : Translations::compiled()).text(key, m_currentLanguage);
 }
 
 void LanguageManager::setLanguage(AppLanguage language)

@@ -54,6 +54,16 @@ const Translations& Translations::compiled()
     return translations;
 }
 
+const Translations& Translations::ofTheWindow()
+{
+    static const Translations translations = [] {
+        Translations built;
+        addGroup(built, windowTexts());
+        return built;
+    }();
+    return translations;
+}
+
 QString Translations::text(const QString& key, AppLanguage language) const
 {
     const auto lookUp = [&key](const Table& table, AppLanguage wanted) { return table.value(key).value(wanted); };

@@ -18,6 +18,10 @@ struct Translations {
     /// What is compiled into the program; built when it is first asked for.
     static const Translations& compiled();
 
+    /// The texts that belong to this window alone, in a table apart: every key in all languages.
+    static const Translations& ofTheWindow();
+
+    bool contains(const QString& key) const { return data.contains(key); }
     /// The key's text in the language; else its English text; else the key itself.
     QString text(const QString& key, AppLanguage language) const;
 };

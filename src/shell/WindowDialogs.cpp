@@ -2,6 +2,7 @@
 #include "shell/WindowDialogs.h"
 
 #include "surfaces/window/AlertQueue.h"
+#include "surfaces/window/ModalState.h"
 
 #include <QCoroFuture>
 #include <QFile>
@@ -31,6 +32,15 @@ QFuture<QStringList> openDialog(QFileDialog& dialog)
     return promise->future();
 }
 
+/// Cameras write their extensions in capitals.
+QString nameFilter(const QStringList& extensions)
+{
+    QStringList patterns;
+    for (const QString& extension : extensions)
+        patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
+    return patterns.join(QLatin1Char(' '));
+}
+
 }
 
 Task<int> WindowDialogs::showAlert(Alert alert)
@@ -40,11 +50,12 @@ Task<int> WindowDialogs::showAlert(Alert alert)
 
 Task<std::optional<FileUrl>> WindowDialogs::showSavePanel(SavePanel panel)
 {
+    const ModalPresence presence(m_modality, ModalState::FileDialog);
     QFileDialog dialog;
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
-    dialog.setNameFilter(QStringLiteral("*.%1 *.%2").arg(panel.extension, panel.extension.toUpper()));
+    dialog.setNameFilter(nameFilter({panel.extension}));
     dialog.setDefaultSuffix(panel.extension);
     dialog.selectFile(panel.proposedName);
     const QFuture<QStringList> chosen = openDialog(dialog);
@@ -52,6 +63,24 @@ Task<std::optional<FileUrl>> WindowDialogs::showSavePanel(SavePanel panel)
     if (files.isEmpty())
         co_return std::nullopt;
     co_return withExtension(urlOf(files.front()), panel.extension);
+}
+
+Task<std::vector<FileUrl>> WindowDialogs::showOpenPanel(OpenPanel panel)
+{
+    const ModalPresence presence(m_modality, ModalState::FileDialog);
+    QFileDialog dialog;
+    dialog.setWindowTitle(panel.title);
+    dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    dialog.setFileMode(panel.allowsMultiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    dialog.setDirectory(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation));
+    dialog.setNameFilter(nameFilter(panel.extensions));
+    const QFuture<QStringList> chosen = openDialog(dialog);
+    const QStringList files = co_await chosen;
+    std::vector<FileUrl> urls;
+    urls.reserve(size_t(files.size()));
+    for (const QString& file : files)
+        urls.push_back(urlOf(file));
+    co_return urls;
 }
 
 FileUrl withExtension(const FileUrl& url, const QString& extension)

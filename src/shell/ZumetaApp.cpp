@@ -19,7 +19,8 @@ ZumetaApp::ZumetaApp()
     , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
     , m_sleepInhibitor(QDBusConnection::systemBus())
     , m_session(std::make_unique<CompositorViewModel>(environment()))
-    , m_surfaces(std::make_unique<SurfaceContext>(m_languages, *m_session, m_alerts))
+    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
+          m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
 {
     m_surfaces->installOn(m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Zumeta/window/Main.qml")));

@@ -44,7 +44,8 @@ private:
     ThreadedBookmarks m_bookmarks;
     ThreadedProjectFiles m_projectFiles;
     AlertQueue m_alerts{nullptr};
-    WindowDialogs m_dialogs{m_alerts};
+    ModalState m_modality{nullptr};
+    WindowDialogs m_dialogs{m_alerts, m_modality};
     SystemWallClock m_wallClock;
     ThreadedAssetLoader m_assets;
     VideoMetadataLoader m_metadata;

@@ -29,4 +29,7 @@ std::span<const TextRow> messageTexts();  ///< alerts, files, the outcome of an 
 std::span<const TextRow> guideTexts();    ///< the tour for newcomers
 std::span<const TextRow> tutorialTexts(); ///< the cards beside the highlighted controls; the drop area
 
+/// Tooltips, accessible names and what else this window has to say of itself. A table apart.
+std::span<const TextRow> windowTexts();
+
 }

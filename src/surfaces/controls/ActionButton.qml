@@ -21,7 +21,7 @@ PressableArea {
     implicitHeight: Math.max(48, label.implicitHeight + 16)
     scale: pressed ? Theme.pressedScale : 1
 
-    Behavior on scale { NumberAnimation { duration: Theme.tap; easing.type: Easing.OutQuad } }
+    Behavior on scale { NumberAnimation { duration: Motion.tap; easing.type: Easing.OutQuad } }
 
     BorderImage {
         anchors.fill: parent
@@ -47,7 +47,7 @@ PressableArea {
         border.color: !root.enabled ? Theme.stroke1
                     : root.isNeutral ? Theme.stroke2 : root.hovered ? root.accent.edgeHover : root.accent.edge
 
-        Behavior on color { ColorAnimation { duration: Theme.colour; easing.type: Easing.OutQuad } }
+        Behavior on color { ColorAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
     }
     Row {
         id: row

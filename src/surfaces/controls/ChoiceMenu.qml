@@ -5,8 +5,10 @@ import QtQuick.Templates as T
 import Zumeta
 
 /// A menu of which one item is chosen. Arrows move, Return picks, Escape leaves.
-T.Popup {
+ModalPopup {
     id: root
+
+    kind: ModalState.Menu
 
     property var items: []
     property int chosen: -1
@@ -22,8 +24,8 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onOpened: list.current = Math.max(chosen, 0)
 
-    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.colour } }
-    exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.colour } }
+    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.colour } }
+    exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Motion.colour } }
 
     background: Item {
         Shadow { level: 2 }

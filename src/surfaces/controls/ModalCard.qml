@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Zumeta
 
 /// A card over the dimmed window. It never goes by a press beside it.
-T.Popup {
+ModalPopup {
     id: root
 
     property int cardWidth: 360
@@ -19,8 +19,8 @@ T.Popup {
     closePolicy: T.Popup.NoAutoClose
     T.Overlay.modal: Rectangle { color: root.scrimColor }
 
-    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.smooth; easing.type: Easing.OutCubic } }
-    exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.colour } }
+    enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.smooth; easing.type: Easing.OutCubic } }
+    exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Motion.colour } }
 
     background: Item {
         Shadow {}

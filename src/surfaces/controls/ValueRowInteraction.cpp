@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "surfaces/controls/ValueRowInteraction.h"
 
-#include "surfaces/controls/FocusCount.h"
+#include "surfaces/controls/TextFieldFocusTracker.h"
 
 #include <utility>
 

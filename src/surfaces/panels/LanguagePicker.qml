@@ -19,7 +19,7 @@ PressableArea {
         border.width: Theme.strokeEdge
         border.color: Theme.stroke2
 
-        Behavior on color { ColorAnimation { duration: Theme.colour } }
+        Behavior on color { ColorAnimation { duration: Motion.colour } }
     }
     Row {
         id: content

@@ -29,7 +29,7 @@ PressableArea {
             radius: parent.radius
             color: root.isSelected ? root.accent.faint : root.hovered ? Theme.stroke1 : "transparent"
 
-            Behavior on color { ColorAnimation { duration: Theme.colour } }
+            Behavior on color { ColorAnimation { duration: Motion.colour } }
         }
     }
     Rectangle {
@@ -74,7 +74,7 @@ PressableArea {
             color: root.accent.base
             scale: root.isSelected ? 1 : 0
 
-            Behavior on scale { NumberAnimation { duration: Theme.thumb; easing.type: Easing.OutCubic } }
+            Behavior on scale { NumberAnimation { duration: Motion.thumb; easing.type: Easing.OutCubic } }
         }
     }
     FocusRing {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "surfaces/theme/SurfaceContext.h"
 
+#include "session/CompositorViewModel.h"
 #include "surfaces/theme/IconProvider.h"
 
 #include <QQmlEngine>
@@ -14,15 +15,20 @@ constexpr char kProperty[] = "zumetaSurfaceContext";
 
 }
 
-SurfaceContext::SurfaceContext(LanguageManager& languages, CompositorViewModel& session, AlertQueue& alerts)
-    : m_session(session)
-    , m_alerts(alerts)
-    , m_typography(languages)
-    , m_texts(languages)
+SurfaceContext::SurfaceContext(const SurfaceEnvironment& environment)
+    : m_environment(environment)
+    , m_typography(environment.languages)
+    , m_texts(environment.languages)
 {
     // QML would otherwise take singletons that C++ made for its own to delete.
-    for (QObject* const object : std::initializer_list<QObject*>{&m_typography, &m_texts, &m_alerts})
+    for (QObject* const object : std::initializer_list<QObject*>{&m_motion, &m_typography, &m_texts,
+                                                                 &environment.alerts, &environment.modality})
         QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
+    const auto followStartScreen = [this] {
+        modality().set(ModalState::StartScreen, !session().isCameraSelectionConfirmed());
+    };
+    connect(&environment.session, &CompositorViewModel::isCameraSelectionConfirmedChanged, this, followStartScreen);
+    followStartScreen();
 }
 
 void SurfaceContext::installOn(QQmlEngine& engine)

@@ -1,31 +1,59 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include "surfaces/controls/TextFieldFocusTracker.h"
+#include "surfaces/theme/Motion.h"
 #include "surfaces/theme/Texts.h"
 #include "surfaces/theme/Typography.h"
 #include "surfaces/window/AlertQueue.h"
+#include "surfaces/window/ModalState.h"
 
 namespace zumeta {
+class Clock;
 class CompositorViewModel;
+class FileChooser;
+class NotificationCenter;
+
+/// What the surfaces are given from outside.
+struct SurfaceEnvironment {
+    LanguageManager& languages;
+    CompositorViewModel& session;
+    NotificationCenter& notifications; ///< that of the session
+    const Clock& clock;
+    Dialogs& dialogs;
+    FileChooser& fileChooser;
+    AlertQueue& alerts;
+    ModalState& modality;
+};
 
 /// What all surfaces of one engine share: QML finds its singletons here. It must outlive the engine, and what it refers
 /// to must outlive both.
 class SurfaceContext final : public QObject {
     Q_OBJECT
 public:
-    SurfaceContext(LanguageManager& languages, CompositorViewModel& session, AlertQueue& alerts);
+    explicit SurfaceContext(const SurfaceEnvironment& environment);
     /// Makes it the engine's, and gives the engine what QML needs from outside: the pictures of icons, and the way to
     /// the module.
     void installOn(QQmlEngine& engine);
     static SurfaceContext& of(const QQmlEngine& engine);
 
-    CompositorViewModel& session() { return m_session; }
+    CompositorViewModel& session() { return m_environment.session; }
+    LanguageManager& languages() { return m_environment.languages; }
+    NotificationCenter& notifications() { return m_environment.notifications; }
+    const Clock& clock() const { return m_environment.clock; }
+    Dialogs& dialogs() { return m_environment.dialogs; }
+    FileChooser& fileChooser() { return m_environment.fileChooser; }
+    AlertQueue& alerts() { return m_environment.alerts; }
+    ModalState& modality() { return m_environment.modality; }
+    /// The one by which all of the window knows whether a number is being typed.
+    TextFieldFocusTracker& fieldFocus() { return m_fieldFocus; }
+    Motion& motion() { return m_motion; }
     Typography& typography() { return m_typography; }
     Texts& texts() { return m_texts; }
-    AlertQueue& alerts() { return m_alerts; }
 
 private:
-    CompositorViewModel& m_session;
-    AlertQueue& m_alerts;
+    SurfaceEnvironment m_environment;
+    TextFieldFocusTracker m_fieldFocus;
+    Motion m_motion{nullptr};
     Typography m_typography;
     Texts m_texts;
 };

@@ -2,7 +2,7 @@
 pragma Singleton
 import QtQuick
 
-/// Colours, lengths (logical pixels) and durations (milliseconds) of everything that is drawn.
+/// Colours and lengths (logical pixels) of everything that is drawn. Durations: Motion.
 QtObject {
     // Surfaces: the lighter, the nearer.
     readonly property color window: "#0A111E"
@@ -76,15 +76,11 @@ QtObject {
     readonly property real strokeFocus: 2
     readonly property int focusDistance: 4 // from the item's edge to the outer edge of its focus ring
 
-    readonly property int tap: 80
-    readonly property int colour: 120
-    readonly property int thumb: 200
-    readonly property int smooth: 250
-    readonly property int step: 300
-    readonly property int pulse: 1200
-
     readonly property real pressedScale: 0.98
 
+    function accentOf(step: int): Accent {
+        return step === 1 ? lime : step === 2 ? blue : gold;
+    }
     function asset(name: string): url {
         return "qrc:/qt/qml/Zumeta/theme/assets/" + name;
     }

@@ -7,8 +7,8 @@ import Zumeta
 ModalCard {
     id: root
 
+    kind: ModalState.Alert
     visible: AlertQueue.isOpen
-    onOpened: buttons.itemAt(AlertQueue.isDestructive ? buttons.count - 1 : 0).forceActiveFocus(Qt.PopupFocusReason)
     height: column.implicitHeight + 2 * padding
 
     contentItem: FocusScope {
@@ -53,6 +53,7 @@ ModalCard {
                         required property string modelData
 
                         objectName: "alertButton" + index
+                        focus: index === (AlertQueue.isDestructive ? AlertQueue.buttons.length - 1 : 0)
                         width: (column.width - 10 * (buttons.count - 1)) / buttons.count
                         implicitHeight: 40
                         title: modelData

@@ -4,8 +4,6 @@ import Zumeta
 
 /// The one window.
 Window {
-    id: root
-
     width: 1400
     height: 900
     minimumWidth: 1024
@@ -13,9 +11,13 @@ Window {
     title: "Zumeta"
     color: Theme.window
 
+    ContentView {
+        anchors.fill: parent
+        visible: !WindowModel.isStartScreenShown
+    }
     CameraSelectionView {
         anchors.fill: parent
-        visible: !CameraChoice.isConfirmed
+        visible: WindowModel.isStartScreenShown
     }
     AlertCard {}
 }

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "surfaces/controls/FocusCount.h"
+#include "surfaces/controls/TextFieldFocusTracker.h"
 
 #include <gtest/gtest.h>
 
 namespace zumeta {
 namespace {
 
-TEST(FocusCount, CountsTheRowsThatHoldTheFocus)
+TEST(TextFieldFocusTracker, CountsTheRowsThatHoldTheFocus)
 {
-    FocusCount count;
+    TextFieldFocusTracker count;
     EXPECT_EQ(count.focusCount(), 0);
     count.arrived();
     EXPECT_EQ(count.focusCount(), 1);
@@ -19,9 +19,9 @@ TEST(FocusCount, CountsTheRowsThatHoldTheFocus)
     EXPECT_EQ(count.focusCount(), 0);
 }
 
-TEST(FocusCount, IsNeverBelowZero)
+TEST(TextFieldFocusTracker, IsNeverBelowZero)
 {
-    FocusCount count;
+    TextFieldFocusTracker count;
     count.left();
     EXPECT_EQ(count.focusCount(), 0);
     count.arrived();

@@ -6,7 +6,7 @@ namespace zumeta {
 
 /// How many rows hold the keyboard's focus, which is more than none while a number is being typed. It outlives the
 /// rows: one that goes away with the focus counts until it says that the focus is gone.
-class FocusCount {
+class TextFieldFocusTracker {
 public:
     void arrived() { ++m_focusCount; }
     /// One loss too many is harmless.

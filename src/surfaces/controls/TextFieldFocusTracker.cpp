@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "surfaces/controls/FocusCount.h"
+#include "surfaces/controls/TextFieldFocusTracker.h"
 
 #include <algorithm>
 
 namespace zumeta {
 
-void FocusCount::left()
+void TextFieldFocusTracker::left()
 {
     m_focusCount = std::max(m_focusCount - 1, 0);
 }

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Zumeta
+
+Rectangle {
+    color: Theme.panel
+}

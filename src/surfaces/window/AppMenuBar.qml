@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Zumeta
+
+Rectangle {
+    implicitHeight: 30
+    color: Theme.window
+}

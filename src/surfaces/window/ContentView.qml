@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import Zumeta
+
+/// The workplace: the picture with its timeline, and beside it the panel of the step. In full screen the picture and
+/// its timeline are all.
+Item {
+    id: root
+
+    readonly property int adjustmentPanelWidth: 390
+    readonly property bool isFullScreen: WindowModel.isFullScreen
+
+    AppMenuBar {
+        id: menuBar
+
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: root.isFullScreen ? 0 : implicitHeight
+        visible: !root.isFullScreen
+    }
+    Item {
+        id: column
+
+        anchors { left: parent.left; right: panel.left; top: menuBar.bottom; bottom: parent.bottom }
+
+        FileBar {
+            id: fileBar
+
+            anchors { left: parent.left; right: parent.right; top: parent.top }
+            height: root.isFullScreen ? 0 : implicitHeight
+            visible: !root.isFullScreen
+        }
+        VideoPreviewView {
+            id: preview
+
+            anchors { left: parent.left; right: parent.right; top: fileBar.bottom; bottom: timeline.top }
+        }
+        TimelineView {
+            id: timeline
+
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+            height: implicitHeight
+        }
+        ExportProgressOverlay {
+            anchors.fill: parent
+        }
+        ExportResultToast {
+            anchors { horizontalCenter: preview.horizontalCenter; top: preview.top; topMargin: 20 }
+        }
+    }
+    Loader {
+        id: panel
+
+        anchors { right: parent.right; top: menuBar.bottom; bottom: parent.bottom }
+        width: active ? root.adjustmentPanelWidth : 0
+        active: !root.isFullScreen
+
+        sourceComponent: AdjustmentPanel {}
+    }
+    ExportSheet {}
+    MissingMediaAlertView {}
+}
