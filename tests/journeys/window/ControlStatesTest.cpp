@@ -35,7 +35,8 @@ protected:
                                      " color: Theme.panel; MouseArea { anchors.fill: parent; hoverEnabled: true }\n") +
                               GetParam().qml + "}",
                           {});
-        m_ground.reset(qobject_cast<QQuickItem*>(component.create()));
+        m_owner.reset(component.create());
+        m_ground = qobject_cast<QQuickItem*>(m_owner.get());
         ASSERT_TRUE(m_ground) << component.errorString().toStdString();
         m_ground->setParentItem(window().contentItem());
         m_control = m_ground->childItems().constLast();
@@ -72,10 +73,8 @@ protected:
     }
 
 private:
-    struct Deleter {
-        void operator()(QQuickItem* item) const { delete item; }
-    };
-    std::unique_ptr<QQuickItem, Deleter> m_ground;
+    std::unique_ptr<QObject> m_owner;
+    QQuickItem* m_ground = nullptr;
     QQuickItem* m_control = nullptr;
 };
 
