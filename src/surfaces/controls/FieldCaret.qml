@@ -2,17 +2,23 @@
 import QtQuick
 import Zumeta
 
-/// The caret of a field, in the colour of the step. It stops blinking where nothing else moves either, and is steady
-/// while it is being moved.
-Rectangle {
+/// The caret of a field. It stops blinking where nothing else moves either, and is steady while it is being moved.
+Item {
     id: root
 
     required property TextInput field
+    required property color color
     property bool isLit: true
 
-    width: 2
     visible: field.cursorVisible && !field.selectedText && (isLit || !blinking.running)
 
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        x: 1 // clear of the digit before it
+        width: 2
+        height: 17
+        color: root.color
+    }
     Timer {
         id: blinking
 
@@ -26,7 +32,8 @@ Rectangle {
 
         function onCursorPositionChanged() {
             root.isLit = true;
-            blinking.restart();
+            if (blinking.running)
+                blinking.restart();
         }
     }
 }

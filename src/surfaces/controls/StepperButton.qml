@@ -21,7 +21,8 @@ Rectangle {
     color: !enabled ? Theme.surface1 : mouse.pressed ? Theme.surface2Pressed
          : mouse.containsMouse ? Theme.surface3 : Theme.surface2
     border.width: Theme.strokeEdge
-    border.color: mouse.pressed || mouse.containsMouse ? Theme.stroke2 : Theme.stroke1
+    // A border is not drawn over the fill: by itself it would be darker than that.
+    border.color: Qt.tint(color, mouse.pressed || mouse.containsMouse ? Theme.stroke2 : Theme.stroke1)
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: stepped()

@@ -21,7 +21,7 @@ T.TextField {
     rightPadding: 4
     font: Typography.field
     color: enabled ? Theme.text1 : Theme.textOff
-    selectionColor: Qt.alpha(accent.base, 0.36)
+    selectionColor: accent.selection
     selectedTextColor: Theme.text1
     horizontalAlignment: TextInput.AlignHCenter
     verticalAlignment: TextInput.AlignVCenter

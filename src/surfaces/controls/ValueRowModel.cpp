@@ -78,6 +78,9 @@ void ValueRowModel::typed(const QString& text, int caret, bool isComposing)
 void ValueRowModel::focusChanged(bool hasFocus, int reason)
 {
     const auto focusReason = Qt::FocusReason(reason);
+    // A field that has lent its focus to a menu does not get it back when a press beside the menu goes to this one.
+    if (hasFocus && !m_isFocused)
+        m_surroundings.notifications.post(notifications::kClearTextFieldFocus);
     carryOut(hasFocus ? m_interaction.focusArrived(focusReason)
                       : m_interaction.focusLeft(focusReason, m_textInput, m_rules, m_value));
 }
@@ -192,8 +195,10 @@ void ValueRowModel::show(const QString& text, int caret)
 
 void ValueRowModel::showValue()
 {
+    // A click into the field has placed the caret before the focus comes and shows the value anew.
     const QString text = m_rules.displayValue(m_value);
-    show(text, int(text.size()));
+    if (text != m_textInput)
+        show(text, int(text.size()));
 }
 
 }

@@ -25,6 +25,14 @@ Item {
     Accessible.onDecreaseAction: row.stepDown()
 
     Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        x: Math.round(root.row.zeroTickFraction * root.width) - 1
+        width: 2
+        height: 10
+        color: Theme.trackTick
+        visible: root.row.hasZeroTick
+    }
+    Rectangle {
         anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter }
         height: 4
         radius: 2
@@ -37,47 +45,33 @@ Item {
             color: root.fillColor
         }
     }
-    Rectangle {
-        anchors.verticalCenter: parent.verticalCenter
-        x: Math.round(root.row.zeroTickFraction * root.width) - 1
-        width: 2
-        height: 10
-        color: Theme.trackTick
-        visible: root.row.hasZeroTick
-    }
-    Rectangle {
-        anchors.centerIn: knob
-        width: 28
-        height: 28
-        radius: 14
-        color: Qt.alpha(root.accent.base, 0.22)
-        visible: root.enabled && (root.row.isDraggingSlider || root.isFocused)
-    }
-    Rectangle {
+    Item {
         id: knob
 
         anchors.verticalCenter: parent.verticalCenter
-        x: root.knobCentre - 8
-        width: 16
-        height: 16
-        radius: 8
-        color: root.fillColor
-        scale: mouse.containsMouse || root.row.isDraggingSlider ? 18 / 16 : 1
-
-        Behavior on scale { NumberAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
+        x: root.knobCentre
 
         Rectangle {
             anchors.centerIn: parent
-            width: 13
-            height: 13
-            radius: 6.5
-            color: Theme.panel
+            width: 28
+            height: 28
+            radius: 14
+            color: root.accent.knobHalo
+            visible: root.enabled && (root.row.isDraggingSlider || root.isFocused)
         }
         Rectangle {
             anchors.centerIn: parent
-            width: 10
-            height: 10
-            radius: 5
+            width: ring.size - 2
+            height: width
+            radius: width / 2
+            color: Theme.panel
+        }
+        Icon {
+            id: ring
+
+            anchors.centerIn: parent
+            name: "knob"
+            size: root.enabled && (mouse.containsMouse || root.row.isDraggingSlider) ? 22 : 20
             color: root.fillColor
         }
     }
