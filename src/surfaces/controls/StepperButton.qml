@@ -25,7 +25,7 @@ Rectangle {
     border.color: Qt.tint(color, mouse.pressed || mouse.containsMouse ? Theme.stroke2 : Theme.stroke1)
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Accessible.onPressAction: stepped()
+    Accessible.onPressAction: if (enabled) stepped()
 
     Behavior on color { ColorAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
 

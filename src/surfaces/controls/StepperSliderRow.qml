@@ -9,13 +9,11 @@ Item {
     required property ValueRowModel row
     property Accent accent: Theme.gold
     readonly property bool isFocused: field.activeFocus // what is around it scrolls it into view
-    readonly property bool isInUse: visible && enabled && Window.active
     readonly property string name: Words.of(row.label)
 
     objectName: row.label
     implicitWidth: 350
     implicitHeight: head.height + 5 + track.implicitHeight
-    onIsInUseChanged: row.endGestures()
     onVisibleChanged: if (!visible) row.clearFocus()
     Component.onDestruction: row?.goAway()
 

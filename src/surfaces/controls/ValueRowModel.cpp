@@ -140,15 +140,10 @@ void ValueRowModel::endTrackDrag()
     carryOut(m_interaction.endTrackDrag());
 }
 
-void ValueRowModel::endGestures()
+void ValueRowModel::goAway()
 {
     releaseStepper();
     endTrackDrag();
-}
-
-void ValueRowModel::goAway()
-{
-    endGestures();
     escape();
 }
 

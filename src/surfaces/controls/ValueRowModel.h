@@ -97,9 +97,8 @@ public:
     Q_INVOKABLE void dragTrack(double x, double width);
     Q_INVOKABLE void endTrackDrag();
 
-    // What draws the row.
-    Q_INVOKABLE void endGestures(); ///< it can no longer be used
-    Q_INVOKABLE void goAway();      ///< it is no more; a text that was not applied goes with it
+    /// What draws the row is no more. Nothing is held any longer, and a text that was not applied is gone.
+    Q_INVOKABLE void goAway();
 
 Q_SIGNALS:
     void valueChanged();

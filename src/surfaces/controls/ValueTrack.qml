@@ -21,8 +21,8 @@ Item {
     implicitHeight: 16
     Accessible.role: Accessible.Slider
     Accessible.name: text
-    Accessible.onIncreaseAction: row.stepUp()
-    Accessible.onDecreaseAction: row.stepDown()
+    Accessible.onIncreaseAction: if (enabled) row.stepUp()
+    Accessible.onDecreaseAction: if (enabled) row.stepDown()
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/window/RowsPage.h"
 
+#include <QAccessible>
 #include <QTest>
 
 namespace zumeta {
@@ -74,6 +75,16 @@ TEST_F(RowsPage, KeepsACompositionThatFollowsACommitInOneStroke)
     compose("Zoom", u"가", u"１");
     EXPECT_EQ(field("Zoom")->property("preeditText").toString(), QStringLiteral("１"));
     compose("Zoom", u"１", u"");
+    EXPECT_EQ(text("Zoom"), "1");
+}
+
+TEST_F(RowsPage, FiltersWhatWasCommittedBeforeACompositionThatIsGivenUp)
+{
+    openPage();
+    focus("Zoom");
+    compose("Zoom", u"", u"ㄱ");
+    compose("Zoom", u"1가", u"ㄴ");
+    compose("Zoom", u"", u"");
     EXPECT_EQ(text("Zoom"), "1");
 }
 
@@ -201,6 +212,31 @@ TEST_F(RowsPage, FollowsTheSessionWhileItIsEdited)
     type("Zoom", "31");
     session().setAboveZoom(4);
     EXPECT_EQ(text("Zoom"), "4");
+}
+
+TEST_F(RowsPage, TellsAssistiveTechnologyWhatItsPartsAre)
+{
+    openPage();
+    app().languages().setLanguage(AppLanguage::german);
+    const auto interfaceOf = [&](const char* name) { return QAccessible::queryAccessibleInterface(part(name)); };
+    const auto nameOf = [&](const char* name) { return interfaceOf(name)->text(QAccessible::Name).toStdString(); };
+    EXPECT_EQ(interfaceOf("Timing field")->role(), QAccessible::EditableText);
+    EXPECT_EQ(nameOf("Timing field"), "Timing");
+    EXPECT_EQ(interfaceOf("Timing field")->text(QAccessible::Description), QStringLiteral("s"));
+    EXPECT_EQ(interfaceOf("Boundary Blur minus")->role(), QAccessible::Button);
+    EXPECT_EQ(nameOf("Boundary Blur minus"), "Weiche Kante verringern");
+    EXPECT_EQ(nameOf("Boundary Blur plus"), "Weiche Kante erhöhen");
+    EXPECT_EQ(interfaceOf("Boundary Blur track")->role(), QAccessible::Slider);
+    QAccessibleValueInterface* const value = interfaceOf("Timing track")->valueInterface();
+    ASSERT_TRUE(value);
+    session().setTimingOffset(-125);
+    EXPECT_EQ(value->currentValue().toDouble(), -125);
+    EXPECT_EQ(value->minimumValue().toDouble(), -500);
+    EXPECT_EQ(value->maximumValue().toDouble(), 500);
+    interfaceOf("Timing plus")->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(session().timingOffset(), -124);
+    interfaceOf("Timing track")->actionInterface()->doAction(QAccessibleActionInterface::decreaseAction());
+    EXPECT_EQ(session().timingOffset(), -125);
 }
 
 TEST_F(RowsPage, ShowsTheTimesOfTheRange)

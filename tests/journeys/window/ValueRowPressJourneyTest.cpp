@@ -79,7 +79,7 @@ TEST_F(PressedRow, StopsWhenThePressIsTakenAway)
     expectAtRest();
 }
 
-TEST_F(PressedRow, LeavesTheFieldsFocusAlone)
+TEST_F(PressedRow, ShowsItsStepInAFieldThatHasTheFocus)
 {
     openPage();
     focus("Timing");

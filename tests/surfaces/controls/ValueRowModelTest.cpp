@@ -308,13 +308,13 @@ TEST_F(ValueRow, HasAWiderFieldForATimecode)
     EXPECT_EQ(makeRow(timecodeRow(), 0).fieldWidth(), 92);
 }
 
-TEST_F(ValueRow, HoldsNothingOnceItCanNoLongerBeUsed)
+TEST_F(ValueRow, HoldsNothingOnceItIsNoLongerDrawn)
 {
     makeRow(wholeNumberRow(), 6);
     row->dragTrack(150, 200);
     row->pressPlus();
     log.clear();
-    row->endGestures();
+    row->goAway();
     EXPECT_FALSE(row->isDraggingSlider());
     EXPECT_THAT(log, ElementsAre(text(u"ended")));
     row->pressMinus(); // another press is possible again
