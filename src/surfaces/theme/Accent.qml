@@ -11,6 +11,8 @@ QtObject {
     readonly property color faint: Qt.alpha(base, 0.10)
     readonly property color dim: Qt.alpha(base, 0.14)
     readonly property color halo: Qt.alpha(base, 0.18)
+    readonly property color knobHalo: Qt.alpha(base, 0.22)
+    readonly property color selection: Qt.alpha(base, 0.36) // of text
     readonly property color edge: Qt.alpha(base, 0.45)
     readonly property color edgeHover: Qt.alpha(base, 0.75)
 }

@@ -3,9 +3,31 @@
 
 #include "surfaces/theme/SurfaceContext.h"
 
+#include <QGuiApplication>
+#include <QQuickWindow>
 #include <algorithm>
+#include <utility>
 
 namespace zumeta {
+
+namespace {
+
+QQuickItem* focusedItem()
+{
+    return qobject_cast<QQuickItem*>(QGuiApplication::focusObject());
+}
+
+/// Popups leave the focus of a plain window nowhere when they close, and the keyboard would begin anew.
+void giveFocusBack(QQuickItem& item)
+{
+    const QQuickWindow* const window = item.window();
+    if (!window || !item.isVisible() || !item.isEnabled())
+        return;
+    if (!window->activeFocusItem() || window->activeFocusItem() == window->contentItem())
+        item.forceActiveFocus(Qt::PopupFocusReason);
+}
+
+}
 
 ModalState::ModalState(QObject* parent)
     : QObject(parent)
@@ -18,6 +40,8 @@ ModalState* ModalState::create(QQmlEngine* engine, QJSEngine*)
 
 void ModalState::enter(Kind kind)
 {
+    if (!hasFront())
+        m_focusBehind = focusedItem();
     ++m_counts[size_t(kind)];
     Q_EMIT changed();
 }
@@ -25,6 +49,8 @@ void ModalState::enter(Kind kind)
 void ModalState::leave(Kind kind)
 {
     m_counts[size_t(kind)] = std::max(m_counts[size_t(kind)] - 1, 0);
+    if (m_focusBehind && !hasFront())
+        giveFocusBack(*std::exchange(m_focusBehind, nullptr));
     Q_EMIT changed();
 }
 
@@ -34,6 +60,11 @@ void ModalState::set(Kind kind, bool isThere)
         return;
     m_counts[size_t(kind)] = isThere ? 1 : 0;
     Q_EMIT changed();
+}
+
+bool ModalState::hasFront() const
+{
+    return has(Menu) || has(Popover) || has(Sheet) || has(Alert) || has(MissingMediaCard);
 }
 
 ModalGate ModalState::gate() const

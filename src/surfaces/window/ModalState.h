@@ -3,6 +3,8 @@
 #include "surfaces/keys/ModalGate.h"
 
 #include <QObject>
+#include <QPointer>
+#include <QQuickItem>
 #include <array>
 #include <qqmlregistration.h>
 
@@ -44,9 +46,12 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// Whether something of the window itself stands in front of the rest.
+    bool hasFront() const;
     bool has(Kind kind) const { return m_counts[size_t(kind)] > 0; }
 
     std::array<int, InactiveWindow + 1> m_counts{};
+    QPointer<QQuickItem> m_focusBehind; ///< what had the focus when the first of them opened
 };
 
 /// Stands for a file dialog, or whatever else QML does not open, while it lives.
