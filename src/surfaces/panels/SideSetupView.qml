@@ -98,6 +98,7 @@ StepView {
 
             objectName: "partialResetButton"
             Layout.fillWidth: true
+            Layout.preferredWidth: 1 // equal halves
             title: Words.of(root.setup.partialResetKey)
             accent: root.accent
             onClicked: root.partialReset()
@@ -106,6 +107,7 @@ StepView {
             id: all
 
             Layout.fillWidth: true
+            Layout.preferredWidth: 1
             accent: root.accent
         }
     }

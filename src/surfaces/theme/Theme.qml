@@ -20,6 +20,9 @@ QtObject {
     readonly property color stroke2: Qt.rgba(1, 1, 1, 0.14)
     readonly property color stroke3: Qt.rgba(1, 1, 1, 0.26)
 
+    readonly property color track: Qt.rgba(1, 1, 1, 0.16)
+    readonly property color trackTick: Qt.rgba(1, 1, 1, 0.30)
+
     readonly property color text1: "#F2F6FC"
     readonly property color text2: "#B4C1D4"
     readonly property color text3: "#8796AE" // never on surface3
