@@ -27,9 +27,10 @@ ValueRowIntents applyValue(const QString& text, const ValueRowRules& rules, doub
 
 ValueRowIntents ValueRowInteraction::focusArrived(Qt::FocusReason reason)
 {
-    if (m_isFocused || !countsAsFocusChange(reason))
+    // What was lent counts on and comes back to a row that is focused already. A menu may also give the focus back to a
+    // row that was made to leave its field meanwhile: it is typed in again then, whatever the reason.
+    if (std::exchange(m_isFocused, true))
         return {};
-    m_isFocused = true;
     ValueRowIntents intents{InteractionBegan{}, FocusCounted{true}, ShowValue{}};
     if (selectsAllOnArrival(reason))
         intents.push_back(SelectAll{});

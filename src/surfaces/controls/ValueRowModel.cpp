@@ -64,15 +64,10 @@ void ValueRowModel::refresh()
 
 void ValueRowModel::typed(const QString& text, int caret, bool isComposing)
 {
-    // What the row itself has shown comes back here too, and is not for filtering.
-    if (text == m_textInput)
+    // Writing into the field now would throw the composition away. And what the row itself has shown comes back here
+    // too, and is not for filtering.
+    if (isComposing || text == m_textInput)
         return;
-    if (isComposing) {
-        // Writing into the field now would throw the composition away.
-        m_textInput = text;
-        Q_EMIT textInputChanged();
-        return;
-    }
     const TypedText kept = filterTyped({text, caret}, m_rules.inputLimits());
     if (kept.text != text)
         return show(kept.text, kept.caret);

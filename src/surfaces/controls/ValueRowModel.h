@@ -79,7 +79,7 @@ public:
     /// Reads the value and its range anew.
     void refresh();
 
-    // The field. What an input method is still composing is not in the text yet.
+    // The field. While an input method composes, nothing counts as typed.
     Q_INVOKABLE void typed(const QString& text, int caret, bool isComposing);
     Q_INVOKABLE void focusChanged(bool hasFocus, int reason); ///< a Qt::FocusReason
     Q_INVOKABLE void submit();

@@ -111,6 +111,16 @@ TEST(ValueRowFocus, ClearingEndsAFocusThatAMenuHasBorrowed)
                 ElementsAre(FocusCounted{false}, ShowValue{}, EditingEnded{}, LeaveField{}));
 }
 
+TEST(ValueRowFocus, GivenBackByAMenuAfterItWasClearedCountsAgain)
+{
+    ValueRowInteraction row = focusedRow();
+    row.focusLeft(Qt::PopupFocusReason, QStringLiteral("6"), kRules, 6);
+    row.clearFocus(QStringLiteral("6"), kRules, 6);
+    EXPECT_THAT(row.focusArrived(Qt::PopupFocusReason),
+                ElementsAre(InteractionBegan{}, FocusCounted{true}, ShowValue{}));
+    EXPECT_TRUE(row.isFocused());
+}
+
 TEST(ValueRowFocus, ClearingARowWithoutTheFocusIsNone)
 {
     EXPECT_THAT(ValueRowInteraction().clearFocus(QStringLiteral("12"), kRules, 6), IsEmpty());
