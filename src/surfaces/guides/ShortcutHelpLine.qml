@@ -24,7 +24,7 @@ Item {
     }
     Row {
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 5
+        spacing: 4
 
         Repeater {
             model: root.keys
@@ -35,7 +35,7 @@ Item {
                 required property string modelData
                 readonly property bool isCap: modelData !== "/" && modelData !== "+"
 
-                width: sign.implicitWidth + (isCap ? 14 : 0)
+                width: sign.implicitWidth + (isCap ? 12 : 0)
                 height: 22
 
                 Rectangle {

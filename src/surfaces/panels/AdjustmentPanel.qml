@@ -38,6 +38,7 @@ Rectangle {
 
             PanelHeader {
                 Layout.fillWidth: true
+                Layout.preferredHeight: 52
                 accent: Theme.accentOf(StepPanelModel.step)
             }
             StepIndicatorBar {

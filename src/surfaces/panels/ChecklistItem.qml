@@ -41,12 +41,12 @@ Item {
         opacity: 0.24 - (spread - 2) * 0.04
         visible: root.isActive
 
-        SequentialAnimation on spread {
+        SequentialAnimation {
             running: root.isPulsing
             loops: Animation.Infinite
 
-            NumberAnimation { to: 5; duration: Motion.pulse; easing.type: Easing.InOutQuad }
-            NumberAnimation { to: 2; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+            NumberAnimation { target: halo; property: "spread"; to: 5; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+            NumberAnimation { target: halo; property: "spread"; to: 2; duration: Motion.pulse; easing.type: Easing.InOutQuad }
         }
     }
     Rectangle {

@@ -9,7 +9,6 @@ RowLayout {
 
     property Accent accent: Theme.lime
 
-    implicitHeight: 52
     spacing: 6
 
     Text {

@@ -12,7 +12,7 @@ PressableArea {
     property bool takesAllAway: false
 
     text: title
-    implicitWidth: row.implicitWidth + 24
+    implicitWidth: label.implicitWidth + 24 + (icon ? 24 : 0)
     implicitHeight: Math.max(34, label.implicitHeight + 12)
     scale: pressed ? Theme.pressedScale : 1
 
@@ -28,8 +28,6 @@ PressableArea {
         Behavior on color { ColorAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
     }
     Row {
-        id: row
-
         anchors.centerIn: parent
         spacing: 8
 

@@ -11,7 +11,6 @@ RowLayout {
     property Accent accent: Theme.lime
     property int accentHeight: 22
 
-    implicitHeight: Math.max(30, label.implicitHeight + 6)
     spacing: 10
 
     Rectangle {

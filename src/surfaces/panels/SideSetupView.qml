@@ -15,6 +15,7 @@ StepView {
 
     SectionHeader {
         Layout.fillWidth: true
+        Layout.preferredHeight: Math.max(30, implicitHeight)
         title: Words.of(root.setup.titleKey)
         accent: root.accent
     }

@@ -12,9 +12,11 @@ StepView {
     accent: Theme.gold
 
     RowLayout {
+        Layout.preferredHeight: Math.max(30, implicitHeight)
         spacing: 8
 
         SectionHeader {
+            Layout.fillWidth: false
             Layout.maximumWidth: root.width - 36
             title: Words.of("Step 3: Fine Tune")
             accent: root.accent
@@ -26,6 +28,7 @@ StepView {
     }
     RowLayout {
         Layout.topMargin: 12
+        Layout.fillHeight: false
         spacing: 10
 
         Step3PlaybackButton {

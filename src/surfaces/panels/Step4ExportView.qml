@@ -10,9 +10,11 @@ StepView {
     accent: Theme.gold
 
     RowLayout {
+        Layout.preferredHeight: Math.max(30, implicitHeight)
         spacing: 8
 
         SectionHeader {
+            Layout.fillWidth: false
             Layout.maximumWidth: root.width - 36
             title: Words.of("Step 4: Export")
             accent: root.accent
@@ -42,6 +44,7 @@ StepView {
         }
     }
     RowLayout {
+        Layout.fillHeight: false
         spacing: 8
 
         TrimMarkerButton {
@@ -69,6 +72,7 @@ StepView {
     }
     RowLayout {
         Layout.topMargin: 8
+        Layout.fillHeight: false
         spacing: 8
 
         TrimMarkerButton {

@@ -14,7 +14,7 @@ PressableArea {
     readonly property bool looksHovered: hovered && !isDimmed
 
     text: title
-    implicitWidth: row.implicitWidth + 24
+    implicitWidth: label.implicitWidth + 20 + 25
     implicitHeight: Math.max(44, label.implicitHeight + 12)
     opacity: isDimmed ? 0.45 : 1
     scale: pressed && !isDimmed ? Theme.pressedScale : 1
@@ -31,10 +31,8 @@ PressableArea {
         Behavior on color { ColorAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
     }
     Row {
-        id: row
-
         anchors.centerIn: parent
-        spacing: 8
+        spacing: 7
 
         Icon {
             anchors.verticalCenter: parent.verticalCenter
@@ -47,7 +45,7 @@ PressableArea {
             id: label
 
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, root.width - 24 - 26)
+            width: Math.min(implicitWidth, root.width - 20 - 25)
             text: root.title
             color: Theme.text1
             font: Typography.smallStrong
