@@ -11,11 +11,6 @@ Rectangle {
     objectName: "adjustmentPanel"
     color: Theme.panel
 
-    PointHandler {
-        id: mouse
-
-        acceptedDevices: PointerDevice.Mouse
-    }
     Flickable {
         id: view
 
@@ -61,6 +56,15 @@ Rectangle {
                 Component { id: step3; Step3CompositionView {} }
                 Component { id: step4; Step4ExportView {} }
             }
+        }
+    }
+    Item {
+        anchors.fill: parent // above all, so that it is told of a press before the view is
+
+        PointHandler {
+            id: mouse
+
+            acceptedDevices: PointerDevice.Mouse
         }
     }
     FocusScroller {

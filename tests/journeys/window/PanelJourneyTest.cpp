@@ -27,6 +27,15 @@ struct Panel : PanelJourney {
         return looksOf(item("checklistItem1")) + looksOf(item("checklistItem2")) + looksOf(item("checklistItem3")) +
                looksOf(item("checklistItem4"));
     }
+    /// In a window in which the panel then has to scroll.
+    void openAdvanced()
+    {
+        click(item("advancedDisclosure"));
+        ASSERT_TRUE(waitFor([&] {
+            return item("Boundary Blur") &&
+                   item("panelView")->property("contentHeight").toDouble() > item("panelView")->height();
+        }));
+    }
 };
 
 TEST_F(Panel, LeadsThroughTheFirstStep)
@@ -286,8 +295,7 @@ TEST_F(Panel, IsWalkedThroughByTheKeyboardAlone)
 TEST_F(Panel, ScrollsToWhatTheKeyboardComesToAndFadesWhereThereIsMore)
 {
     openPanel(3, {1024, 680});
-    click(item("advancedDisclosure"));
-    ASSERT_TRUE(waitFor([&] { return item("Boundary Blur") != nullptr; }));
+    openAdvanced();
     EXPECT_EQ(scrolled(), 0);
     item("nextStepButton")->forceActiveFocus(Qt::TabFocusReason);
     EXPECT_TRUE(waitFor([&] { return isInSight(item("nextStepButton")); }));
@@ -299,12 +307,13 @@ TEST_F(Panel, ScrollsToWhatTheKeyboardComesToAndFadesWhereThereIsMore)
 TEST_F(Panel, ScrollsByTheWheelAndNeverByADraggingMouse)
 {
     openPanel(3, {1024, 680});
-    click(item("advancedDisclosure"));
-    ASSERT_TRUE(waitFor([&] { return item("Boundary Blur") != nullptr; }));
+    openAdvanced();
     const QPoint empty = middleOf(item("adjustmentPanel")) + QPoint(0, -60);
     drag(empty, empty + QPoint(0, -200));
     const QPoint onButton = middleOf(item("loopButton"));
     drag(onButton, onButton + QPoint(0, -100));
+    const QPoint onLabel = middleOf(item("advancedDisclosure"));
+    drag(onLabel, onLabel + QPoint(0, -100));
     QTest::qWait(100);
     EXPECT_EQ(scrolled(), 0);
     const QPointF place = middleOf(item("adjustmentPanel"));
@@ -316,17 +325,17 @@ TEST_F(Panel, ScrollsByTheWheelAndNeverByADraggingMouse)
 TEST_F(Panel, ScrollsByTouch)
 {
     openPanel(3, {1024, 680});
-    click(item("advancedDisclosure"));
-    ASSERT_TRUE(waitFor([&] { return item("Boundary Blur") != nullptr; }));
+    openAdvanced();
     const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
-    const QPoint from = middleOf(item("loopButton"));
-    QTest::touchEvent(&window(), screen.get()).press(0, from + QPoint(0, 200), &window());
+    const QPoint from = middleOf(item("advancedDisclosure"));
+    QTest::touchEvent(&window(), screen.get()).press(0, from, &window());
     for (int i = 1; i <= 20; ++i) {
-        QTest::touchEvent(&window(), screen.get()).move(0, from + QPoint(0, 200 - 10 * i), &window());
+        QTest::touchEvent(&window(), screen.get()).move(0, from - QPoint(0, 10 * i), &window());
         QTest::qWait(10);
     }
-    QTest::touchEvent(&window(), screen.get()).release(0, from, &window());
+    QTest::touchEvent(&window(), screen.get()).release(0, from - QPoint(0, 200), &window());
     EXPECT_TRUE(waitFor([&] { return scrolled() > 0; }));
+    EXPECT_TRUE(item("Zoom")) << "what the finger came down on was not pressed";
 }
 
 TEST_F(Panel, AFieldThatIsTypedInLosesTheFocusBeforeItsStepGoes)
