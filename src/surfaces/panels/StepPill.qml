@@ -29,7 +29,8 @@ PressableArea {
         height: 26
         radius: 13
         scale: root.pressed ? Theme.pressedScale : 1
-        color: root.isCurrent ? root.accent.base : root.isVisited ? root.accent.dim : "transparent"
+        color: root.isCurrent ? (root.pressed ? root.accent.pressed : root.hovered ? root.accent.hover : root.accent.base)
+             : root.pressed ? Qt.alpha(root.accent.base, 0.24) : root.isVisited ? root.accent.dim : "transparent"
         border.width: root.isCurrent ? 0 : Theme.strokeEdge
         border.color: root.hovered ? root.accent.base
                     : root.isVisited ? Qt.alpha(root.accent.base, 0.55) : Theme.stroke3

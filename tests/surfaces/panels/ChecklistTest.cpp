@@ -4,6 +4,7 @@
 #include "surfaces/panels/ScrollRange.h"
 #include "surfaces/panels/StepBar.h"
 
+#include <QStringList>
 #include <gmock/gmock.h>
 
 namespace zumeta {

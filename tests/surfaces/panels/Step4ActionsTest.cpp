@@ -49,7 +49,7 @@ TEST_F(StepFourPanel, TheStartIsNotPutOnTheEnd)
 TEST_F(StepFourPanel, TheEndIsNotPutOnTheStart)
 {
     session->setTrimStart(5);
-    session->seek(4.996, true);
+    session->seek(5.004, true);
     EXPECT_TRUE(step4.isTrimEndDimmed());
     EXPECT_FALSE(step4.isTrimStartDimmed());
     step4.setTrimEndToPlayhead();

@@ -180,7 +180,7 @@ TEST_F(PanelTest, StartingOverAsksAndEmptiesTheSession)
     EXPECT_EQ(panel.maxReachedStep(), 1);
     EXPECT_FALSE(session->aboveVideoURL());
     EXPECT_FALSE(session->hasSliderBeenMoved());
-    EXPECT_TRUE(hasLogged("Application Reset Complete"));
+    EXPECT_TRUE(hasLogged(QStringLiteral("Application Reset Complete")));
 }
 
 TEST_F(PanelTest, AQuestionAboutAStepThatWasLeftMeanwhileIsNotActedUpon)
