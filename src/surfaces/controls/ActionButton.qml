@@ -7,6 +7,7 @@ PressableArea {
     id: root
 
     property string icon
+    property string trailingIcon // smaller
     property string title
     property Accent accent: Theme.lime
     property bool isHighlighted: false
@@ -29,6 +30,14 @@ PressableArea {
         border { left: 56; right: 56; top: 56; bottom: 56 }
         source: root.hasGlow ? Theme.asset(root.accent.glow) : ""
         visible: root.hasGlow && root.enabled
+
+        SequentialAnimation on opacity {
+            running: Motion.pulses && root.visible && root.hasGlow
+            loops: Animation.Infinite
+
+            NumberAnimation { to: 0.7; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+            NumberAnimation { to: 1; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+        }
     }
     Rectangle {
         anchors.fill: parent
@@ -65,13 +74,20 @@ PressableArea {
             id: label
 
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, root.width - 32 - (root.icon ? 30 : 0))
+            width: Math.min(implicitWidth, root.width - 32 - (root.icon ? 30 : 0) - (root.trailingIcon ? 26 : 0))
             text: root.title
             color: root.contentColor
             font: Typography.buttonLarge
             wrapMode: Text.Wrap
             maximumLineCount: 2
             horizontalAlignment: Text.AlignHCenter
+        }
+        Icon {
+            anchors.verticalCenter: parent.verticalCenter
+            name: root.trailingIcon
+            size: 16
+            color: root.contentColor
+            visible: root.trailingIcon
         }
     }
     FocusRing {

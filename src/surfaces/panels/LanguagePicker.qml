@@ -52,13 +52,9 @@ PressableArea {
         controlRadius: Theme.radiusChip
         border.color: Theme.lime.base
     }
-    ChoiceMenu {
+    LanguageMenu {
         id: menu
 
         y: -height - 8
-        items: Texts.languages
-        chosen: Texts.chosenLanguage
-        hasDividerAfterFirst: true
-        onPicked: index => Texts.chooseLanguage(index)
     }
 }

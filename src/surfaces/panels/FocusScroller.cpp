@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "surfaces/panels/FocusScroller.h"
+
+#include "surfaces/panels/ScrollRange.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+namespace zumeta {
+
+FocusScroller::FocusScroller(QQuickItem* parent)
+    : QQuickItem(parent)
+{}
+
+void FocusScroller::setContent(QQuickItem* content)
+{
+    if (m_content == content)
+        return;
+    m_content = content;
+    Q_EMIT contentChanged();
+}
+
+void FocusScroller::show(QQuickItem* item)
+{
+    if (!item || !m_content || !m_content->isAncestorOf(item))
+        return;
+    const QRectF place = item->mapRectToItem(m_content, QRectF(0, 0, item->width(), item->height()));
+    const ScrollRange range{.top = -m_content->y(), .viewHeight = height(), .contentHeight = m_content->height()};
+    const double top = range.topShowing(place.top(), place.bottom());
+    if (top != range.top)
+        Q_EMIT scrollWanted(top);
+}
+
+void FocusScroller::itemChange(ItemChange change, const ItemChangeData& data)
+{
+    if (change == ItemSceneChange) {
+        disconnect(m_following);
+        if (data.window)
+            m_following =
+                connect(data.window, &QQuickWindow::activeFocusItemChanged, this, &FocusScroller::followFocus);
+    }
+    QQuickItem::itemChange(change, data);
+}
+
+void FocusScroller::followFocus()
+{
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+        show(window()->activeFocusItem());
+}
+
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+import QtQuick
+import QtQuick.Layouts
+import Zumeta
+
+/// What the four steps have in common: a column that comes in from the side.
+ColumnLayout {
+    id: root
+
+    required property Accent accent
+
+    /// This part of it, which has just come, is worth seeing.
+    signal sightWanted(Item part)
+
+    spacing: 0
+    transform: Translate { id: slide }
+
+    ParallelAnimation {
+        running: true
+
+        NumberAnimation { target: slide; property: "x"; from: 24; to: 0; duration: Motion.step; easing.type: Easing.InOutCubic }
+        NumberAnimation { target: root; property: "opacity"; from: 0; to: 1; duration: Motion.step; easing.type: Easing.InOutCubic }
+    }
+}
