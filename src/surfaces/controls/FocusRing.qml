@@ -4,7 +4,7 @@ import Zumeta
 
 /// Around what the keyboard's next key goes to. Buttons take the focus from the keyboard alone, so that it says so.
 Rectangle {
-    required property PressableArea control
+    required property Item control
     property real controlRadius: Theme.radiusButton
 
     anchors.fill: parent

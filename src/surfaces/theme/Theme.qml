@@ -36,6 +36,11 @@ QtObject {
     readonly property color exportScrim: "#BD03070E"
     readonly property color plate: "#C7060B14"
 
+    // The timeline: what is white over it, and the labels of markers.
+    readonly property color sliderTrack: Qt.rgba(1, 1, 1, 0.24)
+    readonly property color sliderFill: Qt.rgba(1, 1, 1, 0.68)
+    readonly property color marker: "#34445F"
+
     // The accent says which step it is, or what to do next; it never decorates.
     readonly property Accent lime: Accent {
         base: "#B6F23A"

@@ -30,6 +30,9 @@ class Typography final : public QObject {
     Q_PROPERTY(QFont smallStrong READ smallStrong NOTIFY changed FINAL)
     Q_PROPERTY(QFont caption READ caption NOTIFY changed FINAL)
     Q_PROPERTY(QFont captionStrong READ captionStrong NOTIFY changed FINAL)
+    Q_PROPERTY(QFont hint READ hint NOTIFY changed FINAL)
+    Q_PROPERTY(QFont marker READ marker NOTIFY changed FINAL)
+    Q_PROPERTY(QFont selectedMarker READ selectedMarker NOTIFY changed FINAL)
     Q_PROPERTY(QFont time READ time CONSTANT FINAL)
     Q_PROPERTY(QFont field READ field CONSTANT FINAL)
     Q_PROPERTY(QFont percent READ percent CONSTANT FINAL)
@@ -54,6 +57,9 @@ public:
     QFont smallStrong() const { return text(13, QFont::Medium); }
     QFont caption() const { return text(12, QFont::Medium); }
     QFont captionStrong() const { return text(12, QFont::DemiBold); }
+    QFont hint() const { return text(12, QFont::Bold); }
+    QFont marker() const { return text(9, QFont::DemiBold); }
+    QFont selectedMarker() const { return text(10, QFont::DemiBold); }
     QFont time() const { return digits(14, QFont::Medium); }
     QFont field() const { return digits(16, QFont::DemiBold); }
     QFont percent() const { return digits(34, QFont::DemiBold); }

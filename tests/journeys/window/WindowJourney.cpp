@@ -142,12 +142,19 @@ void WindowJourney::loadVideo(zumeta::Side side)
     spec.firstNumber = isAbove ? 0 : 1000;
     const FileUrl file(FootageMaker::make(spec).native());
     CompositorViewModel& session = app().session();
+    // The last thing that a load does is to forget where the video before it began; what is done before that is lost.
+    // Its length is told in a turn of its own, and until then there is no place to seek to.
+    VideoCompositionConfig config = session.projectConfig();
+    (isAbove ? config.aboveStartTime : config.belowStartTime) = 1;
+    session.setProjectConfig(config);
     isAbove ? session.loadAboveVideo({file}) : session.loadBelowVideo({file});
     VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
-            return (isAbove ? session.aboveVideoURL() : session.belowVideoURL()) && service.player().hasCurrentItem() &&
-                   service.duration() > 0;
+            const VideoCompositionConfig& now = session.projectConfig();
+            const bool isShown = session.currentVideoURL() == file;
+            return (isAbove ? now.aboveStartTime : now.belowStartTime) == 0 && service.player().hasCurrentItem() &&
+                   (isShown ? session.duration() : service.duration()) > 0;
         },
         15000));
 }
@@ -196,14 +203,19 @@ QPoint WindowJourney::middleOf(const QQuickItem* item)
 
 void WindowJourney::expectPicture(const char* name, QQuickItem* item)
 {
-    constexpr double kTolerance = 0.002; // of the pixels: letters may be smoothed a little otherwise elsewhere
-    const QString file = QLatin1String(name) + QStringLiteral(".png");
     QImage shown = picture();
     if (item) {
         const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
         const double ratio = window().effectiveDevicePixelRatio();
         shown = shown.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toAlignedRect() & shown.rect());
     }
+    expectPicture(name, shown);
+}
+
+void WindowJourney::expectPicture(const char* name, const QImage& shown)
+{
+    constexpr double kTolerance = 0.002; // of the pixels: letters may be smoothed a little otherwise elsewhere
+    const QString file = QLatin1String(name) + QStringLiteral(".png");
     QDir().mkpath(QStringLiteral(SHOWN_FOLDER));
     ASSERT_TRUE(shown.save(QStringLiteral(SHOWN_FOLDER "/") + file));
     const QImage expected(QStringLiteral(PICTURES_FOLDER "/") + file);

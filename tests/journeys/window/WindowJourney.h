@@ -50,6 +50,8 @@ protected:
     void expectPicture(const char* name) { expectPicture(name, nullptr); }
     /// The same with one item alone, and what stands over it.
     void expectPicture(const char* name, QQuickItem* item);
+    /// The same with a picture that was taken of what does not stand still.
+    void expectPicture(const char* name, const QImage& shown);
 
 private:
     TemporaryFolder m_home;

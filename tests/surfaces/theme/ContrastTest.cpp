@@ -96,6 +96,13 @@ TEST(Contrast, OfTextOnAccentsIsReadableInEveryState)
         EXPECT_GE(contrast(theme.accent("destructive", "ink"), theme.accent("destructive", state)), kReadable) << state;
 }
 
+TEST(Contrast, OfTheLabelsOfMarkersIsReadable)
+{
+    const ThemeColours theme;
+    ASSERT_TRUE(theme.isLoaded());
+    EXPECT_GE(contrast(theme.colour("text1"), theme.colour("marker")), kReadable);
+}
+
 TEST(Contrast, OfTextOnTheDimFillsIsReadable)
 {
     const ThemeColours theme;
