@@ -32,6 +32,8 @@ QtObject {
     readonly property color scrim: "#A303070E"
     readonly property color exportScrim: "#BD03070E"
     readonly property color plate: "#C7060B14"
+    readonly property color linePlate: "#B8060B14" // under the label of a line on the picture
+    readonly property color dropCard: "#9E0A111E"
 
     // The accent says which step it is, or what to do next; it never decorates.
     readonly property Accent lime: Accent {

@@ -29,6 +29,7 @@ class Typography final : public QObject {
     Q_PROPERTY(QFont smallText READ smallText NOTIFY changed FINAL)
     Q_PROPERTY(QFont smallStrong READ smallStrong NOTIFY changed FINAL)
     Q_PROPERTY(QFont caption READ caption NOTIFY changed FINAL)
+    Q_PROPERTY(QFont lineLabel READ lineLabel NOTIFY changed FINAL)
     Q_PROPERTY(QFont time READ time CONSTANT FINAL)
     Q_PROPERTY(QFont field READ field CONSTANT FINAL)
     Q_PROPERTY(QFont percent READ percent CONSTANT FINAL)
@@ -52,6 +53,7 @@ public:
     QFont smallText() const { return text(13, QFont::Normal); }
     QFont smallStrong() const { return text(13, QFont::Medium); }
     QFont caption() const { return text(12, QFont::Medium); }
+    QFont lineLabel() const { return text(11, QFont::DemiBold); }
     QFont time() const { return digits(14, QFont::Medium); }
     QFont field() const { return digits(16, QFont::DemiBold); }
     QFont percent() const { return digits(34, QFont::DemiBold); }
