@@ -142,5 +142,15 @@ TEST_F(StartScreen, DoesNotTakeAwayAnythingByAHastyReturn)
     EXPECT_TRUE(waitFor([&] { return answer == 0; }));
 }
 
+TEST_F(StartScreen, LeadsToEachStepOfTheWorkplace)
+{
+    for (const int step : {1, 2, 3, 4}) {
+        openStep(step);
+        EXPECT_EQ(int(app().session().currentStep()), step);
+        EXPECT_FALSE(item("startButton"));
+        close();
+    }
+}
+
 }
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/window/WindowJourney.h"
 
+#include "support/FootageMaker.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTest>
@@ -111,9 +113,9 @@ void WindowJourney::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     QTest::keyClick(&window(), key, modifiers);
 }
 
-bool WindowJourney::waitFor(const std::function<bool()>& condition)
+bool WindowJourney::waitFor(const std::function<bool()>& condition, int milliseconds)
 {
-    return QTest::qWaitFor(condition, 5000);
+    return QTest::qWaitFor(condition, milliseconds);
 }
 
 QImage WindowJourney::picture()
@@ -131,11 +133,77 @@ QImage WindowJourney::picture()
     return last;
 }
 
-void WindowJourney::expectPicture(const char* name)
+void WindowJourney::loadVideo(zumeta::Side side)
+{
+    const bool isAbove = side == zumeta::Side::above;
+    FootageSpec spec;
+    spec.side = isAbove ? Side::above : Side::below;
+    spec.frames = 90;
+    spec.firstNumber = isAbove ? 0 : 1000;
+    const FileUrl file(FootageMaker::make(spec).native());
+    CompositorViewModel& session = app().session();
+    isAbove ? session.loadAboveVideo({file}) : session.loadBelowVideo({file});
+    VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            return (isAbove ? session.aboveVideoURL() : session.belowVideoURL()) && service.player().hasCurrentItem() &&
+                   service.duration() > 0;
+        },
+        15000));
+}
+
+void WindowJourney::openStep(int step, QSize size)
+{
+    if (!m_app)
+        open(size);
+    confirmCamera();
+    CompositorViewModel& session = app().session();
+    loadVideo(zumeta::Side::above);
+    session.seek(1, true);
+    session.toggleAboveLock();
+    session.onPickWaterline(0.5);
+    ASSERT_TRUE(waitFor([&] { return session.alignmentPointAbove().has_value(); }));
+    if (step == 1)
+        return;
+    session.setCurrentStep(CompositorViewModel::WorkflowStep::step2);
+    loadVideo(zumeta::Side::below);
+    session.seek(1, true);
+    session.toggleBelowLock();
+    session.onPickWaterline(0.5);
+    ASSERT_TRUE(waitFor([&] { return session.alignmentPointBelow().has_value(); }));
+    for (int next = 3; next <= step; ++next)
+        session.setCurrentStep(CompositorViewModel::WorkflowStep(next));
+    ASSERT_TRUE(waitFor([&] { return int(session.currentStep()) == step; }));
+}
+
+void WindowJourney::movePointer(QPoint place)
+{
+    QTest::mouseMove(&window(), place);
+}
+
+void WindowJourney::drag(QPoint from, QPoint to, int moves)
+{
+    QTest::mousePress(&window(), Qt::LeftButton, {}, from);
+    for (int i = 1; i <= moves; ++i)
+        QTest::mouseMove(&window(), from + (to - from) * i / moves);
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
+}
+
+QPoint WindowJourney::middleOf(const QQuickItem* item)
+{
+    return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+}
+
+void WindowJourney::expectPicture(const char* name, QQuickItem* item)
 {
     constexpr double kTolerance = 0.002; // of the pixels: letters may be smoothed a little otherwise elsewhere
     const QString file = QLatin1String(name) + QStringLiteral(".png");
-    const QImage shown = picture();
+    QImage shown = picture();
+    if (item) {
+        const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+        const double ratio = window().effectiveDevicePixelRatio();
+        shown = shown.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toAlignedRect() & shown.rect());
+    }
     QDir().mkpath(QStringLiteral(SHOWN_FOLDER));
     ASSERT_TRUE(shown.save(QStringLiteral(SHOWN_FOLDER "/") + file));
     const QImage expected(QStringLiteral(PICTURES_FOLDER "/") + file);

@@ -16,6 +16,13 @@ protected:
     WindowJourney();
     ~WindowJourney() override;
 
+    /// Passes the start screen.
+    void confirmCamera() { app().session().setCameraSelectionConfirmed(true); }
+    /// Loads a made recording of 3 s at 30 frames a second, 16:9 and small, whose frames carry numbers: those of the
+    /// above side from 0, those of the below side from 1000. Waits until the load is through.
+    void loadVideo(zumeta::Side side);
+    /// Both videos, locked at a second and picked at the middle, and then this step (1 to 4) with its panel.
+    void openStep(int step, QSize size = {1400, 900});
     /// Opens the window at this size. Again after close(): what was stored is there.
     void open(QSize size = {1400, 900});
     void close();
@@ -29,13 +36,20 @@ protected:
     /// Presses and releases the left button in the item's middle.
     void click(QQuickItem* item);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
-    /// Runs the event loop until it holds; false when it does not within five seconds.
-    bool waitFor(const std::function<bool()>& condition);
+    /// Runs the event loop until it holds; false when it does not within so many milliseconds.
+    bool waitFor(const std::function<bool()>& condition, int milliseconds = 5000);
     /// What the window shows once nothing moves any more.
     QImage picture();
+    void movePointer(QPoint place);
+    /// Presses at one place of the window, goes to another in so many moves and releases there.
+    void drag(QPoint from, QPoint to, int moves = 8);
+    /// The item's middle, in the window.
+    QPoint middleOf(const QQuickItem* item);
     /// Compares it with tests/journeys/window/pictures/NAME.png. What was shown is left beside the build, so that a
     /// picture that was meant to change can be looked at and taken over.
-    void expectPicture(const char* name);
+    void expectPicture(const char* name) { expectPicture(name, nullptr); }
+    /// The same with one item alone, and what stands over it.
+    void expectPicture(const char* name, QQuickItem* item);
 
 private:
     TemporaryFolder m_home;
