@@ -22,6 +22,7 @@ PreviewModel::PreviewModel(CompositorViewModel& session, QObject* parent)
         connect(service, &VideoPlayerService::timeReported, this, &PreviewModel::update);
     }
     m_shown = look();
+    m_lines = lines();
 }
 
 PreviewModel* PreviewModel::create(QQmlEngine* engine, QJSEngine*)
@@ -65,7 +66,7 @@ void PreviewModel::setSurface(Size bounds, AspectRatio shape)
 {
     m_bounds = bounds;
     m_shape = shape;
-    update();
+    updateLines();
 }
 
 void PreviewModel::pick(double normalizedHeight)
@@ -84,6 +85,14 @@ void PreviewModel::update()
     Q_EMIT updated();
     if (std::exchange(m_shown, shown) != shown)
         Q_EMIT changed();
+    updateLines();
+}
+
+void PreviewModel::updateLines()
+{
+    const Lines moved = lines();
+    if (std::exchange(m_lines, moved) != moved)
+        Q_EMIT linesMoved();
 }
 
 PreviewModel::Shown PreviewModel::look() const
@@ -101,25 +110,26 @@ PreviewModel::Shown PreviewModel::look() const
     const bool isLocked = verticalGuideLineLocked(
         shown.step, {m_session.manualSyncTimeAbove(), m_session.manualSyncTimeBelow()});
     shown.guide = verticalGuideLook(m_session.isTimelineSliderDragging(), isLocked);
-    shown.guideX = verticalGuideX(m_bounds);
     shown.isPickOpen = m_session.alignmentState() != PublishedFields::AlignmentState::none;
     shown.hasTapGuide = m_session.showTapAreaHighlight();
-    shown.waterlineY = zumeta::waterlineIndicatorY(m_bounds, surfaceValues());
-    lookAtLines(shown);
     return shown;
 }
 
-void PreviewModel::lookAtLines(Shown& shown) const
+PreviewModel::Lines PreviewModel::lines() const
 {
-    const std::vector<AlignmentLine> lines = alignmentLines({
-        .currentStep = shown.step,
+    Lines lines;
+    lines.waterlineY = zumeta::waterlineIndicatorY(m_bounds, surfaceValues());
+    lines.guideX = verticalGuideX(m_bounds);
+    const std::vector<AlignmentLine> alignment = alignmentLines({
+        .currentStep = m_session.currentStep(),
         .alignmentPoints = {m_session.alignmentPointAbove(), m_session.alignmentPointBelow()},
         .hoverY = m_session.hoverY(),
         .overlay = m_bounds,
         .projectAspectRatio = m_shape,
     });
-    for (const AlignmentLine& line : lines)
-        (line.isFixed ? shown.fixedLineY : shown.pointerLineY) = line.y;
+    for (const AlignmentLine& line : alignment)
+        (line.isFixed ? lines.fixedY : lines.pointerY) = line.y;
+    return lines;
 }
 
 }

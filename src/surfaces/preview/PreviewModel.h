@@ -29,15 +29,15 @@ class PreviewModel final : public QObject {
     // Heights on the picture count downward from its upper edge.
     Q_PROPERTY(bool hasWaterlineIndicator READ hasWaterlineIndicator NOTIFY changed FINAL)
     Q_PROPERTY(double waterlineIndicatorOpacity READ waterlineIndicatorOpacity NOTIFY changed FINAL)
-    Q_PROPERTY(double waterlineIndicatorY READ waterlineIndicatorY NOTIFY changed FINAL)
-    Q_PROPERTY(bool hasFixedLine READ hasFixedLine NOTIFY changed FINAL)
-    Q_PROPERTY(double fixedLineY READ fixedLineY NOTIFY changed FINAL)
+    Q_PROPERTY(double waterlineIndicatorY READ waterlineIndicatorY NOTIFY linesMoved FINAL)
+    Q_PROPERTY(bool hasFixedLine READ hasFixedLine NOTIFY linesMoved FINAL)
+    Q_PROPERTY(double fixedLineY READ fixedLineY NOTIFY linesMoved FINAL)
     Q_PROPERTY(QString fixedLineLabelKey READ fixedLineLabelKey NOTIFY changed FINAL)
-    Q_PROPERTY(bool hasPointerLine READ hasPointerLine NOTIFY changed FINAL)
-    Q_PROPERTY(double pointerLineY READ pointerLineY NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasPointerLine READ hasPointerLine NOTIFY linesMoved FINAL)
+    Q_PROPERTY(double pointerLineY READ pointerLineY NOTIFY linesMoved FINAL)
     Q_PROPERTY(bool hasVerticalGuideLine READ hasVerticalGuideLine NOTIFY changed FINAL)
     Q_PROPERTY(bool hasLockBadge READ hasLockBadge NOTIFY changed FINAL)
-    Q_PROPERTY(double guideLineX READ guideLineX NOTIFY changed FINAL)
+    Q_PROPERTY(double guideLineX READ guideLineX NOTIFY linesMoved FINAL)
     Q_PROPERTY(double guideLineWidth READ guideLineWidth NOTIFY changed FINAL)
     Q_PROPERTY(double guideLineOpacity READ guideLineOpacity NOTIFY changed FINAL)
     Q_PROPERTY(double guideBandOpacity READ guideBandOpacity NOTIFY changed FINAL)
@@ -54,15 +54,15 @@ public:
     int roomBelow() const { return m_shown.step == PublishedFields::WorkflowStep::step4 ? 24 : 0; }
     bool hasWaterlineIndicator() const { return m_shown.stack.hasWaterlineIndicator; }
     double waterlineIndicatorOpacity() const { return m_shown.stack.waterlineIndicatorOpacity; }
-    double waterlineIndicatorY() const { return m_shown.waterlineY; }
-    bool hasFixedLine() const { return m_shown.fixedLineY.has_value(); }
-    double fixedLineY() const { return m_shown.fixedLineY.value_or(0); }
+    double waterlineIndicatorY() const { return m_lines.waterlineY; }
+    bool hasFixedLine() const { return m_lines.fixedY.has_value(); }
+    double fixedLineY() const { return m_lines.fixedY.value_or(0); }
     QString fixedLineLabelKey() const { return alignmentLabelKey(m_shown.step); }
-    bool hasPointerLine() const { return m_shown.pointerLineY.has_value(); }
-    double pointerLineY() const { return m_shown.pointerLineY.value_or(0); }
+    bool hasPointerLine() const { return m_lines.pointerY.has_value(); }
+    double pointerLineY() const { return m_lines.pointerY.value_or(0); }
     bool hasVerticalGuideLine() const { return m_shown.stack.hasVerticalGuideLine; }
     bool hasLockBadge() const { return m_shown.guide.hasLockBadge; }
-    double guideLineX() const { return m_shown.guideX; }
+    double guideLineX() const { return m_lines.guideX; }
     double guideLineWidth() const { return m_shown.guide.lineWidth; }
     double guideLineOpacity() const { return m_shown.guide.lineOpacity; }
     double guideBandOpacity() const { return m_shown.guide.bandOpacity; }
@@ -83,6 +83,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Apart from what decides whether there is a surface at all, since a surface that is laid out moves lines.
+    void linesMoved();
     /// Raised at every change of the session, also when nothing that is shown differs.
     void updated();
 
@@ -93,21 +95,26 @@ private:
         VerticalGuideLook guide;
         bool isPickOpen = false;
         bool hasTapGuide = false;
+        friend bool operator==(const Shown&, const Shown&) = default;
+    };
+    struct Lines {
         double waterlineY = 0;
         double guideX = 0;
-        std::optional<double> fixedLineY;
-        std::optional<double> pointerLineY;
-        friend bool operator==(const Shown&, const Shown&) = default;
+        std::optional<double> fixedY;
+        std::optional<double> pointerY;
+        friend bool operator==(const Lines&, const Lines&) = default;
     };
 
     void update();
+    void updateLines();
     Shown look() const;
-    void lookAtLines(Shown& shown) const;
+    Lines lines() const;
 
     CompositorViewModel& m_session;
     Size m_bounds;
     AspectRatio m_shape;
     Shown m_shown;
+    Lines m_lines;
 };
 
 }

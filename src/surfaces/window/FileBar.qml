@@ -9,6 +9,7 @@ Rectangle {
 
     readonly property real chipsWidth: aboveFile.Layout.maximumWidth + belowFile.Layout.maximumWidth
 
+    objectName: "fileBar"
     implicitHeight: 44
     color: Theme.window
 

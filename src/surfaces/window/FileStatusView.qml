@@ -13,7 +13,7 @@ Rectangle {
     property bool showDeleteButton: file.isPresent
     readonly property bool isActiveStep: file.isActive
 
-    implicitWidth: 12 + 16 + 8 + titleText.implicitWidth + 8 + nameText.implicitWidth + (showDeleteButton ? 36 : 12)
+    implicitWidth: 12 + 16 + 8 + Math.ceil(titleText.implicitWidth) + 8 + Math.ceil(nameText.implicitWidth) + (showDeleteButton ? 36 : 12)
     implicitHeight: 30
     radius: Theme.radiusChip
     color: Theme.surface1
@@ -35,7 +35,7 @@ Rectangle {
         Text {
             id: titleText
 
-            Layout.maximumWidth: implicitWidth
+            Layout.preferredWidth: Math.ceil(implicitWidth)
             text: root.title
             color: Theme.text3
             font: Typography.caption
