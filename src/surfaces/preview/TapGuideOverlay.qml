@@ -12,8 +12,8 @@ Rectangle {
     readonly property real glowRadius: 8 + 8 * phase
 
     objectName: "tapGuide"
-    implicitWidth: Math.min(16 + disc.width + 12 + texts.implicitWidth + 20, parent ? parent.width - 48 : Infinity)
-    implicitHeight: 24 + Math.max(disc.height, texts.implicitHeight)
+    width: Math.min(16 + disc.width + 12 + Math.ceil(Math.max(title.implicitWidth, hint.implicitWidth)) + 20, parent.width - 48)
+    height: 24 + Math.max(disc.height, texts.implicitHeight)
     radius: Theme.radiusCard
     color: Theme.plate
     border { width: Theme.strokeEdge; color: Theme.stroke2 }
@@ -65,6 +65,8 @@ Rectangle {
         spacing: 2
 
         Text {
+            id: title
+
             width: parent.width
             text: Words.of("Tap lane rope")
             color: Theme.text1
@@ -72,6 +74,8 @@ Rectangle {
             wrapMode: Text.Wrap
         }
         Text {
+            id: hint
+
             width: parent.width
             text: Words.of("Align water surface")
             color: Theme.text2

@@ -9,6 +9,7 @@ Rectangle {
     required property point sceneOrigin // of this item in the window
     readonly property Accent accent: Theme.accentOf(WindowModel.step)
 
+    objectName: "previewArea"
     color: Theme.preview
     clip: true
 

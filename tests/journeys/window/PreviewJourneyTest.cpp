@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTest>
 #include <fstream>
@@ -21,6 +22,7 @@ using namespace test;
 using WorkflowStep = CompositorViewModel::WorkflowStep;
 
 constexpr double kGoProScale = 1.22;
+constexpr QPoint kNowhere(5, 600); ///< nothing is hovered there
 
 RawPicture brightnessOf(const QImage& image)
 {
@@ -86,6 +88,23 @@ struct PreviewJourney : WindowJourney {
         session().seek(1, true);
         session().toggleAboveLock();
         ASSERT_TRUE(shows(test::Side::above, 30));
+    }
+    /// Step 1 in a small window with a grey picture that is locked.
+    void openGreyPick()
+    {
+        open({1024, 680});
+        confirmCamera();
+        FootageSpec spec;
+        spec.scene = Scene::plain;
+        spec.frames = 90;
+        session().loadAboveVideo({FileUrl(FootageMaker::make(spec).native())});
+        ASSERT_TRUE(waitFor([&] { return frame().isValid(); }, 15000));
+        ASSERT_TRUE(shows(test::Side::above, 0));
+        session().setCurrentStep(WorkflowStep::step1);
+        session().seek(1, true);
+        session().toggleAboveLock();
+        ASSERT_TRUE(shows(test::Side::above, 30));
+        movePointer(kNowhere);
     }
     void drop(const std::vector<std::filesystem::path>& files)
     {
@@ -338,6 +357,7 @@ TEST_F(PreviewJourney, WarnsOfAFileThatIsNoVideo)
     drop({file});
     ASSERT_TRUE(waitFor([&] { return session().aboveVideoURL().has_value(); }));
     QTest::qWait(300);
+    movePointer(kNowhere);
     expectPicture("file-unreadable", item("aboveFile"));
 }
 
@@ -354,6 +374,66 @@ TEST_F(PreviewJourney, ShowsProxiesInTheMaking)
     session().proxyService().setBelowVideoStatus(ProxyStatus::failed(QStringLiteral("no space")));
     EXPECT_TRUE(waitFor([&] { return !item("aboveProxyBadge"); }));
     expectPicture("proxy-failed", item("belowProxyBadge"));
+}
+
+TEST_F(PreviewJourney, AsksForAVideoAsItWasDrawn)
+{
+    open();
+    confirmCamera();
+    movePointer(kNowhere);
+    expectPicture("drop-card-above", item("dropInstructionCard"));
+    session().setCurrentStep(WorkflowStep::step2);
+    expectPicture("drop-card-below", item("dropInstructionCard"));
+    QMimeData data;
+    data.setData(QStringLiteral("text/uri-list"), "file:///GX010042.MP4\r\n");
+    QDragEnterEvent enter(QPoint(20, 200), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &enter);
+    expectPicture("drop-card-drag-over", item("dropInstructionCard"));
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&window(), &leave);
+    expectPicture("drop-card-below", item("dropInstructionCard"));
+    app().languages().setLanguage(AppLanguage::german);
+    window().resize(1024, 680);
+    expectPicture("drop-card-german-1024", item("previewArea"));
+}
+
+TEST_F(PreviewJourney, ShowsItsGuidesAsTheyWereDrawn)
+{
+    openGreyPick();
+    expectPicture("pick-open", item("previewArea"));
+    session().onPickWaterline(0.4);
+    movePointer(placeAt(0.3, 0.7));
+    ASSERT_TRUE(waitFor([&] { return item("pointerLine") && item("fixedLine"); }));
+    expectPicture("pick-made", item("previewArea"));
+    session().toggleAboveLock();
+    movePointer(kNowhere);
+    ASSERT_TRUE(waitFor([&] { return !item("lockBadge"); }));
+    expectPicture("guide-inactive", item("previewArea"));
+}
+
+TEST_F(PreviewJourney, ShowsWhereTheKeyboardIs)
+{
+    openGreyPick();
+    for (int i = 0; i < 40 && !item("previewFocusRing"); ++i)
+        press(Qt::Key_Tab);
+    ASSERT_TRUE(item("previewFocusRing"));
+    expectPicture("pick-by-keys", item("previewArea"));
+}
+
+// Nothing sets its flag yet, so it is shown apart.
+TEST_F(PreviewJourney, ShowsTheWaterlineAsItWasDrawn)
+{
+    openGreyPick();
+    QQmlComponent component(qmlEngine(item("previewArea")));
+    component.setData("import Zumeta\nWaterlineIndicator { width: 634; position: 20; isShown: true }", {});
+    const std::unique_ptr<QObject> made(component.create());
+    ASSERT_TRUE(made) << component.errorString().toStdString();
+    auto* const line = qobject_cast<QQuickItem*>(made.get());
+    EXPECT_EQ(line->y() + line->height() / 2, 20);
+    line->setParentItem(item("previewSurface"));
+    expectPicture("waterline", line);
+    line->setProperty("isShown", false);
+    EXPECT_TRUE(waitFor([&] { return line->opacity() == 0; }));
 }
 
 TEST_F(PreviewJourney, TellsOfMissingMedia)
@@ -379,6 +459,8 @@ TEST_F(PreviewJourney, TellsOfMissingMedia)
     ASSERT_TRUE(waitFor([&] { return session().isAboveMissing(); }, 15000));
     EXPECT_TRUE(waitFor([&] { return item("missingMediaView") != nullptr; }));
     session().setShowMissingFileAlert(false);
+    window().resize(1024, 680);
+    expectPicture("missing-media", item("missingMediaView"));
     session().setCurrentStep(WorkflowStep::step2);
     EXPECT_TRUE(waitFor([&] { return !item("missingMediaView"); })) << "the step's own side is not missing";
 }
