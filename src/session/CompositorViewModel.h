@@ -99,6 +99,8 @@ public:
     /// Both players can be asked for their pictures of one moment of it.
     const PlaybackClock& playbackClock() const { return m_environment.playbackClock; }
     bool shouldShowWatermark() const { return m_shouldShowWatermark; }
+    /// From when the side's URL is set until it has its asset or cannot have it.
+    bool isLoading(Side side) const { return isCurrentLoad(side, m_loadUnderWay[side]); }
 
 public Q_SLOTS:
     // Workflow.
@@ -113,6 +115,7 @@ public Q_SLOTS:
     void resetProject();
 
     // Video admission. One file, or the ordered chapters of one recording.
+    void retainSecurityScopedAccess(const std::vector<zumeta::FileUrl>& urls);
     void loadAboveVideo(const std::vector<zumeta::FileUrl>& urls) { loadVideo(Side::above, urls); }
     void loadBelowVideo(const std::vector<zumeta::FileUrl>& urls) { loadVideo(Side::below, urls); }
 
@@ -250,6 +253,7 @@ private:
     Task<> checkAndLoad(Side side, std::vector<FileUrl> urls, FileUrl otherURL, QUuid requestID);
     Task<> performLoad(Side side, std::vector<FileUrl> urls, QUuid requestID);
     Task<bool> loadIntoPlayer(Side side, std::vector<FileUrl> urls, QUuid requestID);
+    void loadHasEnded(Side side, const QUuid& requestID);
     void startProxy(Side side, const FileUrl& url, const QUuid& requestID);
     void takeProxy(Side side, const FileUrl& source, const FileUrl& proxy, const QUuid& requestID);
     void lookAtShape(Side side, const VideoTrack& track);
@@ -257,7 +261,6 @@ private:
     Task<> showErrorAlert(QString titleKey, QString messageKey);
     Task<bool> showConfirmationAlert(QString titleKey, QString messageKey);
     bool retainAccess(const FileUrl& url);
-    void retainSecurityScopedAccess(const std::vector<FileUrl>& urls);
     void releaseSecurityScopedResources();
 
     // Transport.
@@ -337,6 +340,7 @@ private:
     SessionEnvironment m_environment;
     std::vector<FileUrl> m_securityScopedURLs;
     Sides<QUuid> m_loadRequestID; ///< of the newest load of each side
+    Sides<QUuid> m_loadUnderWay;  ///< of the load that a side's URL is of, until it has ended
     bool m_isSeekingForTrimLoop = false;
     StepEditHistory m_stepEditHistory;
     bool m_isRestoringStepEditSnapshot = false;

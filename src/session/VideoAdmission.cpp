@@ -93,6 +93,7 @@ Task<bool> CompositorViewModel::loadIntoPlayer(Side side, std::vector<FileUrl> u
     const QPointer<CompositorViewModel> self(this);
     if (urls.empty() || !isCurrentLoad(side, requestID))
         co_return false;
+    m_loadUnderWay[side] = requestID;
     assign(m_fields.videoURL[side], std::optional(urls.front()));
     const MetadataOutcome outcome = co_await m_environment.loadMetadata(urls);
     if (!self)
@@ -115,7 +116,10 @@ Task<> CompositorViewModel::performLoad(Side side, std::vector<FileUrl> urls, QU
 {
     const QPointer<CompositorViewModel> self(this);
     const bool isLoaded = co_await loadIntoPlayer(side, urls, requestID);
-    if (!self || !isLoaded)
+    if (!self)
+        co_return;
+    loadHasEnded(side, requestID);
+    if (!isLoaded)
         co_return;
     startProxy(side, urls.front(), requestID);
     const AssetOutcome outcome = co_await m_environment.assets.load(urls.front());
@@ -126,6 +130,15 @@ Task<> CompositorViewModel::performLoad(Side side, std::vector<FileUrl> urls, QU
     if (const MediaAsset* const asset = std::get_if<MediaAsset>(&outcome); asset && asset->video)
         lookAtShape(side, *asset->video);
     finishLoad(side);
+}
+
+void CompositorViewModel::loadHasEnded(Side side, const QUuid& requestID)
+{
+    const Operation operation(*this);
+    if (m_loadUnderWay[side] != requestID)
+        return;
+    m_loadUnderWay[side] = {};
+    noteChange();
 }
 
 void CompositorViewModel::startProxy(Side side, const FileUrl& url, const QUuid& requestID)

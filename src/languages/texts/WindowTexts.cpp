@@ -115,6 +115,16 @@ constexpr TextRow kRows[] = {
      .french = u"Fichiers vidéo",
      .german = u"Videodateien",
      .italian = u"File video"},
+    {.key = u"Video Preview",
+     .english = u"Video preview",
+     .japanese = u"動画プレビュー",
+     .chinese = u"视频预览",
+     .korean = u"동영상 미리보기",
+     .portuguese = u"Prévia do vídeo",
+     .spanish = u"Vista previa del vídeo",
+     .french = u"Aperçu de la vidéo",
+     .german = u"Videovorschau",
+     .italian = u"Anteprima del video"},
 };
 
 }

@@ -54,7 +54,7 @@ void CompositePlayerNSView::layOut()
     if (!(width() > 0 && height() > 0))
         return;
     const double ratio = window() ? window()->effectiveDevicePixelRatio() : 1.0;
-    const PixelSize surface{int(width() * ratio), int(height() * ratio)};
+    const PixelSize surface = devicePixels({width(), height()}, ratio);
     PreviewSituation view;
     view.values = m_fields.values;
     view.mode = modeOf(m_fields.viewMode);

@@ -8,8 +8,9 @@
 
 namespace zumeta {
 
-/// A backdrop with at most one picture on it. Lives in the scene graph.
-class PictureNode final : public QSGNode {
+/// A backdrop with at most one picture on it. Lives in the scene graph. Moves nothing: the software renderer finds the
+/// place of a child that is added later by the nearest transform, and knows that of its own parent alone.
+class PictureNode final : public QSGTransformNode {
 public:
     explicit PictureNode(QQuickWindow& window);
 

@@ -43,6 +43,12 @@ CompositeLayout sizeAlone(Size size)
 
 }
 
+PixelSize devicePixels(Size points, double devicePixelRatio)
+{
+    constexpr double kSlack = 1e-6; // 230 pixels at a ratio of 1.75 come back as a little less
+    return {int(points.width * devicePixelRatio + kSlack), int(points.height * devicePixelRatio + kSlack)};
+}
+
 PixelSize pictureSizeOn(PixelSize surface, AspectRatio projectAspectRatio)
 {
     if (surface.isEmpty())

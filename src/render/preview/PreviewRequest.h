@@ -22,6 +22,9 @@ struct PixelSize {
     friend bool operator==(const PixelSize&, const PixelSize&) = default;
 };
 
+/// The whole device pixels of a surface that was laid out on them, in points.
+PixelSize devicePixels(Size points, double devicePixelRatio);
+
 /// The largest even size of that shape on a surface; empty when the surface is too small for any.
 PixelSize pictureSizeOn(PixelSize surface, AspectRatio projectAspectRatio);
 

@@ -35,6 +35,8 @@ QtObject {
     readonly property color scrim: "#A303070E"
     readonly property color exportScrim: "#BD03070E"
     readonly property color plate: "#C7060B14"
+    readonly property color linePlate: "#B8060B14" // under the label of a line on the picture
+    readonly property color dropCard: "#9E0A111E"
 
     // The timeline: what is white over it, and the labels of markers.
     readonly property color sliderTrack: Qt.rgba(1, 1, 1, 0.24)

@@ -33,6 +33,7 @@ class Typography final : public QObject {
     Q_PROPERTY(QFont hint READ hint NOTIFY changed FINAL)
     Q_PROPERTY(QFont marker READ marker NOTIFY changed FINAL)
     Q_PROPERTY(QFont selectedMarker READ selectedMarker NOTIFY changed FINAL)
+    Q_PROPERTY(QFont lineLabel READ lineLabel NOTIFY changed FINAL)
     Q_PROPERTY(QFont time READ time CONSTANT FINAL)
     Q_PROPERTY(QFont field READ field CONSTANT FINAL)
     Q_PROPERTY(QFont percent READ percent CONSTANT FINAL)
@@ -60,6 +61,7 @@ public:
     QFont hint() const { return text(12, QFont::Bold); }
     QFont marker() const { return text(9, QFont::DemiBold); }
     QFont selectedMarker() const { return text(10, QFont::DemiBold); }
+    QFont lineLabel() const { return text(11, QFont::DemiBold); }
     QFont time() const { return digits(14, QFont::Medium); }
     QFont field() const { return digits(16, QFont::DemiBold); }
     QFont percent() const { return digits(34, QFont::DemiBold); }

@@ -33,6 +33,7 @@ Item {
             id: preview
 
             anchors { left: parent.left; right: parent.right; top: fileBar.bottom; bottom: timeline.top }
+            sceneOrigin: Qt.point(0, menuBar.height + fileBar.height)
         }
         TimelineView {
             id: timeline

@@ -58,6 +58,14 @@ TEST(PreviewSize, IsEmptyOnASurfaceWithoutExtent)
     EXPECT_TRUE(pictureSizeOn({1, 1}, {16, 9}).isEmpty());
 }
 
+TEST(PreviewSize, IsNoPixelSmallerAtAnyScaleOfTheScreen)
+{
+    for (const double ratio : {1.0, 1.1, 1.25, 4.0 / 3, 1.5, 1.75, 2.0}) {
+        for (int pixels = 2; pixels < 4000; ++pixels)
+            ASSERT_EQ(devicePixels({pixels / ratio, 1 / ratio}, ratio), (PixelSize{pixels, 1})) << ratio;
+    }
+}
+
 TEST(PreviewSize, IsComposedAsShownWhereASourceIsAsLarge)
 {
     const PictureFormat large = formatOf(1920, 1080);
@@ -83,6 +91,39 @@ TEST(PreviewSize, IsComposedWithinASourceOfOddSizeToo)
         const PictureFormat odd = formatOf(width, 4000);
         EXPECT_LE(composedSize({400, 200}, &odd, nullptr).width, width);
     }
+}
+
+TEST(PreviewSize, IsComposedEvenAndNeverPastSurfaceAndSource)
+{
+    for (int width = 2; width < 400; width += 7) {
+        for (int height = 2; height < 300; height += 11) {
+            const PixelSize size = composedSize({320, 180}, Size{double(width), double(height)}, std::nullopt);
+            ASSERT_EQ(size.width % 2, 0);
+            ASSERT_EQ(size.height % 2, 0);
+            ASSERT_TRUE(size.width >= 2 && size.height >= 2);
+            ASSERT_TRUE(size.width <= std::min(320, width) && size.height <= std::min(180, height))
+                << width << " x " << height;
+        }
+    }
+}
+
+TEST(PreviewSize, IsComposedInTheShapeOfTheSurfaceButForAPixel)
+{
+    for (int width = 20; width < 400; ++width) {
+        const PixelSize size = composedSize({320, 180}, std::nullopt, Size{double(width), 1000});
+        ASSERT_NEAR(size.width, std::min(320, width), 1) << width;
+        ASSERT_NEAR(size.height, std::min(320, width) * 180.0 / 320, 1) << width;
+    }
+}
+
+TEST(PreviewSize, OfAHiddenSideIsOfNoAccount)
+{
+    PreviewSituation situation = bothSides();
+    situation.above = drawnPicture(Side::above, 7, 640, 360);
+    situation.shownSize = {640, 360};
+    EXPECT_EQ(previewRequest(situation)->layout.picture, (Size{640, 360}));
+    situation.mode = PreviewMode::belowOnly;
+    EXPECT_EQ(previewRequest(situation)->layout.picture, (Size{320, 180}));
 }
 
 TEST(PreviewRequest, SplitShowsBothSidesUnderTheMask)
@@ -142,6 +183,15 @@ TEST(PreviewRequest, TheAboveSideAloneLiesAsInSplitWithoutAMask)
     EXPECT_EQ(alone.opacityAt(179.5), 1);
 }
 
+TEST(PreviewRequest, HoldsItsPicturesSoThatNoLaterOneTakesTheirPlace)
+{
+    PreviewSituation situation = bothSides();
+    const std::weak_ptr<const void> above = situation.above->owner;
+    const std::optional<PreviewRequest> request = previewRequest(situation);
+    situation = {};
+    EXPECT_FALSE(above.expired());
+}
+
 TEST(PreviewRequest, AnEmptySizeAsksForNothing)
 {
     PreviewSituation situation = bothSides();
@@ -189,6 +239,8 @@ TEST(PreviewRequest, ValuesThatCannotBeSeenChangeNothing)
     situation.values.waterlineHeight = 400;
     situation.values.blendAmount = 90;
     situation.values.timingOffset = 3;
+    situation.values.aboveStartTime = 4;
+    situation.values.belowStartTime = 5;
     EXPECT_TRUE(asksForTheSame(above, *previewRequest(situation)));
     situation.values.aboveOffset = 5;
     EXPECT_FALSE(asksForTheSame(above, *previewRequest(situation)));

@@ -260,6 +260,20 @@ TEST(PreviewSurface, StandsInTheMiddleOfASurfaceOfAnotherShape)
     EXPECT_EQ(shown.copy(0, 30, 320, 180), exportedPicture(preview));
 }
 
+TEST(PreviewSurface, ShowsItsPictureWhereItStandsInTheWindow)
+{
+    ShownPreview preview;
+    QQuickItem area(preview.window.contentItem());
+    area.setPosition({20, 50});
+    preview.surface.setParentItem(&area);
+    preview.surface.setPosition({4, 6});
+    preview.window.resize(400, 300);
+    ASSERT_TRUE(preview.settle());
+    EXPECT_EQ(preview.grab().copy(24, 56, 320, 180), exportedPicture(preview));
+    EXPECT_EQ(preview.grab().pixel(10, 10), QColor(Qt::magenta).rgb());
+    preview.surface.setParentItem(preview.window.contentItem());
+}
+
 TEST(PreviewSurface, IsEnlargedByTheWindowWhereTheSourcesAreSmaller)
 {
     ShownPreview preview;
