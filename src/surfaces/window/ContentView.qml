@@ -42,6 +42,7 @@ Item {
         }
         ExportProgressOverlay {
             anchors.fill: parent
+            picture: preview
         }
         ExportResultToast {
             anchors { horizontalCenter: preview.horizontalCenter; top: preview.top; topMargin: 20 }
@@ -57,5 +58,7 @@ Item {
         sourceComponent: AdjustmentPanel {}
     }
     ExportSheet {}
-    MissingMediaAlertView {}
+    MissingMediaAlertView {
+        parent: preview
+    }
 }
