@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Measures the live preview. Without files: what one picture costs, by size and by what changes from picture to
 // picture. With a file for each side: the preview in a window while both play.
+#include "NotingPlayer.h"
+#include "PlayingReport.h"
 #include "media/playback/MoviePlayer.h"
 #include "render/preview/CompositePlayerNSView.h"
 #include "render/preview/PreviewCompositor.h"
@@ -11,36 +13,14 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <ctime>
-#include <map>
-#include <set>
 #include <string>
 
 using namespace zumeta;
+using namespace zumeta::bench;
 
 namespace {
 
 constexpr PixelSize kWindow{1400, 900};
-
-double cpuSeconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return double(now.tv_sec) + double(now.tv_nsec) * 1e-9;
-}
-
-double wallSeconds()
-{
-    return MonotonicClock().now();
-}
-
-double percentile(std::vector<double> values, double share)
-{
-    if (values.empty())
-        return 0;
-    std::sort(values.begin(), values.end());
-    return values[std::min(values.size() - 1, size_t(share * double(values.size())))];
-}
 
 VideoPicture noise(int width, int height, uint32_t seed)
 {
@@ -116,77 +96,6 @@ void measurePictures()
     }
 }
 
-/// Passes everything on, and notes which picture was given last.
-class NotingPlayer final : public Player {
-public:
-    explicit NotingPlayer(Player& player)
-        : m_player(player)
-    {}
-    void replaceCurrentItem(std::optional<PlayerItem> item, ItemChange change) override
-    {
-        m_player.replaceCurrentItem(std::move(item), change);
-    }
-    bool hasCurrentItem() const override { return m_player.hasCurrentItem(); }
-    void play() override { m_player.play(); }
-    void pause() override { m_player.pause(); }
-    double rate() const override { return m_player.rate(); }
-    void setRate(double rate) override { m_player.setRate(rate); }
-    MediaTime currentTime() const override { return m_player.currentTime(); }
-    void seek(MediaTime target, SeekTolerance tolerance) override { m_player.seek(target, tolerance); }
-    ObserverToken addPeriodicTimeObserver(TimeObserver observer) override
-    {
-        return m_player.addPeriodicTimeObserver(std::move(observer));
-    }
-    void removeTimeObserver(ObserverToken token) override { m_player.removeTimeObserver(token); }
-    std::optional<ShownPicture> shownPicture(double hostTime) override
-    {
-        std::optional<ShownPicture> shown = m_player.shownPicture(hostTime);
-        if (shown && given)
-            given(shown->presentationTime.seconds());
-        return shown;
-    }
-    void setPictureObserver(std::function<void()> observer) override
-    {
-        m_player.setPictureObserver(std::move(observer));
-    }
-
-    std::function<void(double presentationTime)> given;
-
-private:
-    Player& m_player;
-};
-
-/// What is noted while both sides play.
-struct Playing {
-    std::map<uint64_t, double> timeOf; ///< presentation time of the below picture of each request
-    std::map<double, double> lateness; ///< of each below picture, when it first reached the screen
-    std::vector<double> turns;         ///< seconds between turns of the event loop that were to be 1 ms apart
-    double cpuStart = 0;
-    double wallStart = 0;
-    double mediaStart = 0;
-};
-
-void report(const Playing& playing, double mediaEnd, double sourceFrame)
-{
-    const double wall = wallSeconds() - playing.wallStart;
-    const double cpu = cpuSeconds() - playing.cpuStart;
-    const double due = (mediaEnd - playing.mediaStart) / sourceFrame;
-    std::vector<double> lateness;
-    size_t inTime = 0;
-    for (const auto& [time, late] : playing.lateness) {
-        lateness.push_back(late * 1e3);
-        inTime += std::abs(late) <= sourceFrame / 2 ? 1U : 0U;
-    }
-    const auto stalls = std::count_if(playing.turns.begin(), playing.turns.end(), [](double s) { return s > 0.030; });
-    std::printf(
-        "| frames due | on screen | within half a frame | late ms, median, p1, p99 | event loop ms, p99, longest "
-        "| over 30 ms | CPU of one core |\n|---|---|---|---|---|---|---|\n");
-    std::printf("| %.0f | %zu | %.1f %% | %.1f, %.1f, %.1f | %.1f, %.1f | %td | %.0f %% |\n", due, lateness.size(),
-                100.0 * double(inTime) / due, percentile(lateness, 0.5), percentile(lateness, 0.01),
-                percentile(lateness, 0.99), percentile(playing.turns, 0.99) * 1e3, percentile(playing.turns, 1) * 1e3,
-                stalls, 100 * cpu / wall);
-}
-
 int measurePlaying(const std::vector<std::string>& files, double seconds)
 {
     const MonotonicClock clock;
@@ -208,38 +117,23 @@ int measurePlaying(const std::vector<std::string>& files, double seconds)
     surface.updatePlayers(&abovePlayer, &below);
     window.show();
 
-    Playing playing;
+    PlayingReport playing;
     const double sourceFrame = 1.0 / double(belowSource.nominalFrameRate());
-    QTimer turns;
-    turns.setTimerType(Qt::PreciseTimer);
-    double lastTurn = 0;
-    QObject::connect(&turns, &QTimer::timeout, [&] {
-        const double now = clock.now();
-        playing.turns.push_back(now - lastTurn - 0.001);
-        lastTurn = now;
-    });
     const auto begin = [&] {
-        playing = {};
-        below.given = [&](double time) { playing.timeOf[surface.picturesAskedFor() + 1] = time; };
-        playing.cpuStart = cpuSeconds();
-        playing.wallStart = wallSeconds();
-        playing.mediaStart = belowPlayer.currentTime().seconds();
-        lastTurn = clock.now();
-        turns.start(1);
+        playing.begin(belowPlayer.currentTime().seconds());
+        below.given = [&](const ShownPicture& picture) {
+            playing.asked(surface.picturesAskedFor() + 1, picture.presentationTime.seconds());
+        };
     };
-    QObject::connect(&surface, &CompositePlayerNSView::pictureShown, [&](quint64 number) {
-        const auto found = playing.timeOf.find(number);
-        if (found != playing.timeOf.end())
-            playing.lateness.try_emplace(found->second, belowPlayer.currentTime().seconds() - found->second);
-    });
+    QObject::connect(&surface, &CompositePlayerNSView::pictureShown,
+                     [&](quint64 number) { playing.shown(number, belowPlayer.currentTime().seconds()); });
     QTimer::singleShot(1500, [&] {
         abovePlayer.play();
         belowPlayer.play();
     });
     QTimer::singleShot(2500, begin); // decoders and caches are under way
     QTimer::singleShot(int((2.5 + seconds) * 1e3), [&] {
-        turns.stop();
-        report(playing, belowPlayer.currentTime().seconds(), sourceFrame);
+        playing.print(belowPlayer.currentTime().seconds(), sourceFrame);
         QCoreApplication::quit();
     });
     const int result = QCoreApplication::exec();

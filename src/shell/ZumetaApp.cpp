@@ -13,8 +13,9 @@ Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
 
 namespace zumeta {
 
-ZumetaApp::ZumetaApp()
-    : m_settings(SettingsFile::defaultPath())
+ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
+    : m_wrapPlayer(std::move(wrapPlayer))
+    , m_settings(SettingsFile::defaultPath())
     , m_languages(m_settings)
     , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
     , m_sleepInhibitor(QDBusConnection::systemBus())
@@ -43,15 +44,18 @@ SessionEnvironment ZumetaApp::environment()
         .assets = m_assets,
         .loadMetadata = [this](std::vector<FileUrl> urls) { return m_metadata.load(std::move(urls)); },
         .proxyGenerator = m_proxies,
-        .makePlayer =
-            [this] {
-                auto device = std::make_unique<AudioDeviceOutput>(m_audioThread, m_monotonic);
-                auto sound = std::make_unique<SoundPlayer>(m_monotonic, std::move(device));
-                return std::make_unique<MoviePlayer>(m_clock, m_queue, std::move(sound));
-            },
+        .makePlayer = [this] { return makePlayer(); },
         .makeExporter = [] { return std::make_shared<ExportService>(); },
         .sleepInhibitor = m_sleepInhibitor,
     };
+}
+
+std::unique_ptr<Player> ZumetaApp::makePlayer()
+{
+    auto device = std::make_unique<AudioDeviceOutput>(m_audioThread, m_monotonic);
+    auto sound = std::make_unique<SoundPlayer>(m_monotonic, std::move(device));
+    std::unique_ptr<Player> player = std::make_unique<MoviePlayer>(m_clock, m_queue, std::move(sound));
+    return m_wrapPlayer ? m_wrapPlayer(std::move(player)) : std::move(player);
 }
 
 QQuickWindow* ZumetaApp::window()

@@ -12,13 +12,17 @@
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
+#include <functional>
 
 namespace zumeta {
 
 /// The application: one session, one window, and all that they ask of the desktop.
 class ZumetaApp {
 public:
-    ZumetaApp();
+    /// What measurements put around each player; it owns the one that it is given.
+    using WrapPlayer = std::function<std::unique_ptr<Player>(std::unique_ptr<Player>)>;
+
+    explicit ZumetaApp(WrapPlayer wrapPlayer = {});
     ~ZumetaApp();
     ZumetaApp(const ZumetaApp&) = delete; // its parts hold each other's addresses
     ZumetaApp& operator=(const ZumetaApp&) = delete;
@@ -33,7 +37,9 @@ public:
 
 private:
     SessionEnvironment environment();
+    std::unique_ptr<Player> makePlayer();
 
+    WrapPlayer m_wrapPlayer;
     MonotonicClock m_monotonic;
     EventLoopQueue m_queue;
     PlaybackClock m_clock{m_monotonic, m_queue};

@@ -113,9 +113,9 @@ void WindowJourney::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
     QTest::keyClick(&window(), key, modifiers);
 }
 
-bool WindowJourney::waitFor(const std::function<bool()>& condition)
+bool WindowJourney::waitFor(const std::function<bool()>& condition, int milliseconds)
 {
-    return QTest::qWaitFor(condition, 5000);
+    return QTest::qWaitFor(condition, milliseconds);
 }
 
 QImage WindowJourney::picture()

@@ -36,8 +36,8 @@ protected:
     /// Presses and releases the left button in the item's middle.
     void click(QQuickItem* item);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
-    /// Runs the event loop until it holds; false when it does not within five seconds.
-    bool waitFor(const std::function<bool()>& condition);
+    /// Runs the event loop until it holds; false when it does not within so many milliseconds.
+    bool waitFor(const std::function<bool()>& condition, int milliseconds = 5000);
     /// What the window shows once nothing moves any more.
     QImage picture();
     void movePointer(QPoint place);
