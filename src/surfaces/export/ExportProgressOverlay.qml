@@ -9,6 +9,7 @@ Item {
 
     required property Item picture // a sibling, on which the progress stands
 
+    objectName: "exportOverlay"
     opacity: ExportStatusModel.isExporting ? 1 : 0
     visible: opacity > 0
     enabled: ExportStatusModel.isExporting

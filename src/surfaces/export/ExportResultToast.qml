@@ -10,7 +10,7 @@ Item {
 
     objectName: "exportToast"
     width: 380
-    height: Math.max(64, words.implicitHeight + 26)
+    height: Math.max(64, words.implicitHeight + 24)
     opacity: ExportStatusModel.hasNotification ? 1 : 0
     visible: opacity > 0
     enabled: ExportStatusModel.hasNotification
@@ -48,6 +48,7 @@ Item {
         id: words
 
         anchors { left: icon.right; leftMargin: 12; right: close.left; rightMargin: 8; verticalCenter: parent.verticalCenter }
+        spacing: 2
 
         Text {
             width: parent.width

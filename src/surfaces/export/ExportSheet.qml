@@ -12,7 +12,8 @@ ModalCard {
     cardWidth: 460
     padding: 28
     visible: ExportSheetModel.isShown
-    height: column.implicitHeight + 2 * padding
+    height: 2 * Math.ceil(column.implicitHeight / 2) + 2 * padding // even, so that edges are sharp
+    onAboutToShow: exportButton.focus = true
     onClosed: ExportSheetModel.dismiss()
 
     contentItem: FocusScope {
@@ -36,7 +37,7 @@ ModalCard {
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
-            Item { width: 1; height: 14 }
+            Item { width: 1; height: 20 }
             Text {
                 id: listTitle
 
@@ -70,13 +71,13 @@ ModalCard {
                     }
                 }
             }
-            Item { width: 1; height: 16 }
+            Item { width: 1; height: 14 }
             Rectangle {
                 width: parent.width
                 height: 1
                 color: Theme.stroke1
             }
-            Item { width: 1; height: 16 }
+            Item { width: 1; height: 18 }
             MarkRow {
                 width: parent.width
                 accent: root.accent
@@ -96,8 +97,9 @@ ModalCard {
                     onClicked: ExportSheetModel.dismiss()
                 }
                 ActionButton {
+                    id: exportButton
+
                     objectName: "exportSheetExport"
-                    focus: true
                     width: (parent.width - parent.spacing) / 2
                     implicitHeight: 44
                     icon: "square-and-arrow-up"

@@ -19,7 +19,7 @@ Item {
         id: words
 
         anchors { left: parent.left; right: mark.left; rightMargin: 20; verticalCenter: parent.verticalCenter }
-        spacing: 2
+        spacing: 4
 
         Text {
             id: title

@@ -14,7 +14,8 @@ ModalCard {
     topPadding: 30
     bottomPadding: 22
     visible: MissingMediaModel.isShown
-    height: column.implicitHeight + topPadding + bottomPadding
+    height: 2 * Math.ceil((column.implicitHeight + topPadding + bottomPadding) / 2) // even, so that edges are sharp
+    onAboutToShow: (MissingMediaModel.showAboveReconnect ? above : below).focus = true
 
     contentItem: FocusScope {
         objectName: "missingMediaCard"
@@ -74,20 +75,21 @@ ModalCard {
                     id: above
 
                     objectName: "reconnectAbove"
-                    focus: true
                     width: parent.width
                     title: Words.of("Alert.Action.ReconnectAboveVideo")
                     isFilled: true
                     accent: root.accent
                     visible: MissingMediaModel.showAboveReconnect
+                    onVisibleChanged: if (!visible) below.focus = true
                     onClicked: MissingMediaModel.reconnectAbove()
                 }
                 ActionButton {
+                    id: below
+
                     objectName: "reconnectBelow"
-                    focus: !above.visible
                     width: parent.width
                     title: Words.of("Alert.Action.ReconnectBelowVideo")
-                    isFilled: !above.visible
+                    isFilled: !MissingMediaModel.showAboveReconnect
                     accent: root.accent
                     visible: MissingMediaModel.showBelowReconnect
                     onClicked: MissingMediaModel.reconnectBelow()

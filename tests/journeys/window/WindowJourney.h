@@ -27,7 +27,8 @@ protected:
     void open(QSize size = {1400, 900});
     void close();
     ZumetaApp& app() { return *m_app; }
-    QQuickWindow& window() { return *m_app->window(); }
+    /// That of the application, unless a test has its own.
+    virtual QQuickWindow& window() { return *m_app->window(); }
 
     /// The first visible item with this object name; null when there is none.
     QQuickItem* item(const char* objectName);
