@@ -15,25 +15,44 @@ constexpr QSize kNarrow{1024, 680};
 
 
 
+struct Look {
+    QSize size;
+    AppLanguage language;
+    const char* suffix;
+};
+/// At both widths, and in the languages of the longest words and of other letters.
+constexpr Look kLooks[] = {{kWide, AppLanguage::english, "-1400"},
+                           {kNarrow, AppLanguage::english, "-1024"},
+                           {kNarrow, AppLanguage::german, "-1024-german"},
+                           {kWide, AppLanguage::japanese, "-1400-japanese"}};
+
 struct ExportPictures : ExportScene {
-    /// At both widths, and in the languages of the longest words and of other letters.
+    void take(const Look& look)
+    {
+        languages.setLanguage(look.language);
+        window().resize(look.size);
+        ASSERT_TRUE(waitFor([&] { return window().contentItem()->size() == QSizeF(look.size); }));
+    }
     void expectPictures(const std::string& name)
     {
-        struct Look {
-            QSize size;
-            AppLanguage language;
-            const char* suffix;
-        };
-        for (const Look& look : {Look{kWide, AppLanguage::english, "-1400"}, Look{kNarrow, AppLanguage::english, "-1024"},
-                                 Look{kNarrow, AppLanguage::german, "-1024-german"},
-                                 Look{kWide, AppLanguage::japanese, "-1400-japanese"}}) {
-            languages.setLanguage(look.language);
-            window().resize(look.size);
-            ASSERT_TRUE(waitFor([&] { return window().contentItem()->size() == QSizeF(look.size); }));
+        for (const Look& look : kLooks) {
+            take(look);
             expectPicture((name + look.suffix).c_str());
         }
         window().resize(kNarrow);
         expectNoFaults();
+    }
+    /// The words of a message are those of the moment at which it came.
+    void expectPicturesOfToast(const std::string& name)
+    {
+        for (const Look& look : kLooks) {
+            take(look);
+            harness.session->exportVideo(false);
+            advance(12);
+            ASSERT_TRUE(waitFor([&] { return item("exportToast") != nullptr; }));
+            expectPicture((name + look.suffix).c_str());
+            EXPECT_THAT(layoutFaults(window()), IsEmpty());
+        }
     }
 
     void expectNoFaults()
@@ -50,6 +69,47 @@ struct ExportPictures : ExportScene {
         }
     }
 };
+
+using ExportOverlay = ExportScene;
+
+TEST_F(ExportOverlay, KeepsThePointerFromThePicture)
+{
+    openScene(kWide);
+    const QPoint place(200, 200);
+    const auto touch = [&] {
+        movePointer({1200, 20});
+        movePointer(place);
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, place);
+        QTest::mouseClick(&window(), Qt::RightButton, {}, place);
+        QWheelEvent wheel(place, window().mapToGlobal(place), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&window(), &wheel);
+        return item("preview")->property("touched").toInt();
+    };
+    const int withoutOverlay = touch();
+    EXPECT_GE(withoutOverlay, 4);
+    movePointer({1200, 20});
+    exportUpTo(0.3);
+    ASSERT_TRUE(waitFor([&] { return item("exportRing") != nullptr; }));
+    EXPECT_EQ(touch(), withoutOverlay);
+    harness.session->cancelExport();
+    ASSERT_TRUE(waitFor([&] { return item("exportRing") == nullptr; }));
+    EXPECT_EQ(touch(), 2 * withoutOverlay);
+}
+
+TEST_F(ExportOverlay, BeginsEachExportWithAnEmptyRing)
+{
+    openScene(kWide);
+    exportUpTo(0.9);
+    ASSERT_TRUE(waitFor([&] { return item("exportRing") != nullptr; }));
+    EXPECT_EQ(item("exportRing")->property("progress").toDouble(), 0.9);
+    advance(2);
+    ASSERT_TRUE(waitFor([&] { return item("exportRing") == nullptr; }));
+    harness.session->exportVideo(false);
+    advance(1.15);
+    ASSERT_TRUE(waitFor([&] { return item("exportRing") != nullptr; }));
+    EXPECT_EQ(item("exportRing")->property("progress").toDouble(), 0);
+}
 
 TEST_F(ExportPictures, OfTheSheet)
 {
@@ -74,14 +134,9 @@ TEST_F(ExportPictures, OfTheToasts)
     openScene(kWide);
     exportUpTo(0.9);
     advance(1.5);
-    ASSERT_TRUE(waitFor([&] { return item("exportToast") != nullptr; }));
-    expectPictures("export-toast");
+    expectPicturesOfToast("export-toast");
     harness.exportScript.error = ExportError(ExportError::Case::exportCancelled);
-    languages.setLanguage(AppLanguage::english);
-    harness.session->exportVideo(false);
-    advance(12);
-    ASSERT_TRUE(waitFor([&] { return itemWithText(harness.exportScript.error->errorDescription()) != nullptr; }));
-    expectPictures("export-toast-error");
+    expectPicturesOfToast("export-toast-error");
 }
 
 TEST_F(ExportPictures, OfTheCardOfMissingVideos)

@@ -50,6 +50,7 @@ struct ExportSurfaces : WindowJourney {
         QTest::keyClicks(name, QString::fromStdString(path.native()));
         QTest::keyClick(name, Qt::Key_Return);
         ASSERT_TRUE(waitFor([] { return fileDialog() == nullptr; }));
+        window().requestActivate(); // as a desktop does
     }
     bool waitForToast()
     {
@@ -207,12 +208,12 @@ TEST_F(ExportSurfaces, GiveAnExportUpByTheirButtonAndNotByEscape)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-TEST_F(ExportSurfaces, KeepPressesAndTheWheelFromThePictureWhileAnExportRuns)
+TEST_F(ExportSurfaces, CoverThePictureAndItsTimelineAndInFullScreenAllOfTheWindow)
 {
     startLongExport(folder.file("long.mp4"));
     QQuickItem* const overlay = item("exportOverlay");
     ASSERT_TRUE(overlay);
-    // The whole column under the menu bar, and not the panel.
+    // Not the menu bar and not the panel.
     EXPECT_EQ(overlay->mapRectToScene(QRectF(QPointF(), overlay->size())), QRectF(0, 30, 1010, 870));
     session().setFullScreen(true);
     EXPECT_TRUE(waitFor([&] {
@@ -225,7 +226,7 @@ TEST_F(ExportSurfaces, TellOfAnExportThatFails)
 {
     openSheet();
     press(Qt::Key_Return);
-    chooseFile("/proc/swim.mp4"); // a folder that takes no files from anybody
+    chooseFile("/sys/swim.mp4"); // a folder that takes no files from anybody
     ASSERT_TRUE(waitForToast());
     EXPECT_TRUE(session().exportNotification()->isError);
     EXPECT_TRUE(itemWithText(session().exportNotification()->message));
@@ -240,7 +241,7 @@ TEST_F(ExportSurfaces, SendTheToastAwayByItsButton)
 {
     openSheet();
     press(Qt::Key_Return);
-    chooseFile("/proc/swim.mp4");
+    chooseFile("/sys/swim.mp4");
     ASSERT_TRUE(waitForToast());
     click(item("exportToastClose"));
     EXPECT_FALSE(session().exportNotification());
@@ -278,6 +279,7 @@ struct MissingVideos : ExportSurfaces {
         load(zumeta::Side::below, copyOf(zumeta::Side::below, "below.mp4"));
         session().seek(1, true);
         session().toggleBelowLock();
+        ASSERT_TRUE(session().projectConfig().isSynced);
         session().setCurrentStep(CompositorViewModel::WorkflowStep::step3);
         session().prepareProjectForSave();
         ASSERT_TRUE(QTest::qWaitFor([&] { return session().showSaveProjectPanel(); }, 10000));

@@ -23,10 +23,22 @@ Window {
         Rectangle {
             id: preview
 
+            property int touched: 0 // how often the pointer has reached it
+
+            objectName: "preview"
             y: 44
             width: parent.width
             height: parent.height - y - 68
             color: Theme.preview
+
+            MouseArea {
+                anchors.fill: parent
+                acceptedButtons: Qt.AllButtons
+                hoverEnabled: true
+                onPressed: ++preview.touched
+                onEntered: ++preview.touched
+                onWheel: ++preview.touched
+            }
         }
         ExportProgressOverlay {
             anchors.fill: parent
