@@ -260,14 +260,6 @@ struct MissingVideos : ExportSurfaces {
         std::ofstream(folder.file(name), std::ios::app | std::ios::binary) << std::string_view("\0\0\0\x08" "free", 8);
         return folder.file(name);
     }
-    void load(zumeta::Side side, const std::filesystem::path& file)
-    {
-        const bool isAbove = side == zumeta::Side::above;
-        const std::vector<FileUrl> urls{FileUrl(file.native())};
-        isAbove ? session().loadAboveVideo(urls) : session().loadBelowVideo(urls);
-        VideoPlayerService& service = isAbove ? session().abovePlayerService() : session().belowPlayerService();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return service.duration() > 0; }, 15000));
-    }
     void openProjectWithoutItsVideos()
     {
         open();

@@ -140,16 +140,22 @@ void WindowJourney::loadVideo(zumeta::Side side)
     spec.side = isAbove ? Side::above : Side::below;
     spec.frames = 90;
     spec.firstNumber = isAbove ? 0 : 1000;
-    const FileUrl file(FootageMaker::make(spec).native());
+    load(side, FootageMaker::make(spec));
+}
+
+void WindowJourney::load(zumeta::Side side, const std::filesystem::path& file)
+{
+    const bool isAbove = side == zumeta::Side::above;
     CompositorViewModel& session = app().session();
-    isAbove ? session.loadAboveVideo({file}) : session.loadBelowVideo({file});
-    VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            return (isAbove ? session.aboveVideoURL() : session.belowVideoURL()) && service.player().hasCurrentItem() &&
-                   service.duration() > 0;
-        },
-        15000));
+    // The last that a load does is to put this back to 0.
+    double VideoCompositionConfig::*const startTime =
+        isAbove ? &VideoCompositionConfig::aboveStartTime : &VideoCompositionConfig::belowStartTime;
+    VideoCompositionConfig config = session.projectConfig();
+    config.*startTime = -1;
+    session.setProjectConfig(config);
+    const std::vector<FileUrl> urls{FileUrl(file.native())};
+    isAbove ? session.loadAboveVideo(urls) : session.loadBelowVideo(urls);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session.projectConfig().*startTime == 0; }, 15000));
 }
 
 void WindowJourney::openStep(int step, QSize size)

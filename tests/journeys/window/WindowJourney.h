@@ -21,6 +21,8 @@ protected:
     /// Loads a made recording of 3 s at 30 frames a second, 16:9 and small, whose frames carry numbers: those of the
     /// above side from 0, those of the below side from 1000. Waits until the load is through.
     void loadVideo(zumeta::Side side);
+    /// The same with a file of the test's own.
+    void load(zumeta::Side side, const std::filesystem::path& file);
     /// Both videos, locked at a second and picked at the middle, and then this step (1 to 4) with its panel.
     void openStep(int step, QSize size = {1400, 900});
     /// Opens the window at this size. Again after close(): what was stored is there.
