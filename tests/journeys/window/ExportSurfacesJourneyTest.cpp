@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QUuid>
 #include <fstream>
 
 namespace zumeta {
@@ -254,10 +255,14 @@ struct MissingVideos : ExportSurfaces {
     {
         FootageSpec spec;
         spec.side = side == zumeta::Side::above ? test::Side::above : test::Side::below;
-        spec.frames = 90;
+        spec.frames = 60;
+        spec.encoder = {"-c:v", "libx264", "-preset", "veryfast", "-crf", "36", "-g", "12"};
         std::filesystem::copy_file(FootageMaker::make(spec), folder.file(name));
-        // Not the same bytes as the original, which would be found in its stead.
-        std::ofstream(folder.file(name), std::ios::app | std::ios::binary) << std::string_view("\0\0\0\x08" "free", 8);
+        // Its bytes are its own, in the mebibyte by which files are known: a copy, wherever another run has left it,
+        // would be found in its stead.
+        const QByteArray space = QByteArrayLiteral("\0\0\0\x18" "free") + QUuid::createUuid().toRfc4122();
+        std::ofstream(folder.file(name), std::ios::app | std::ios::binary).write(space.data(), space.size());
+        EXPECT_LT(std::filesystem::file_size(folder.file(name)), 1'000'000U);
         return folder.file(name);
     }
     void openProjectWithoutItsVideos()
