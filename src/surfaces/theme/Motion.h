@@ -17,6 +17,7 @@ class Motion final : public QObject {
     // Durations in milliseconds; all are 0 where motion is not wanted, save the pulse's, which does not run then.
     Q_PROPERTY(int tap READ tap NOTIFY changed FINAL)         ///< a button that shrinks under the press
     Q_PROPERTY(int colour READ colour NOTIFY changed FINAL)   ///< of what is hovered or focused
+    Q_PROPERTY(int progress READ progress NOTIFY changed FINAL) ///< a ring that follows what it tells of
     Q_PROPERTY(int guide READ guide NOTIFY changed FINAL)     ///< the vertical guide line
     Q_PROPERTY(int thumb READ thumb NOTIFY changed FINAL)     ///< a thumb that grows; the waterline indicator
     Q_PROPERTY(int smooth READ smooth NOTIFY changed FINAL)   ///< what opens and closes
@@ -35,6 +36,7 @@ public:
 
     int tap() const { return scaled(80); }
     int colour() const { return scaled(120); }
+    int progress() const { return scaled(150); }
     int guide() const { return scaled(180); }
     int thumb() const { return scaled(200); }
     int smooth() const { return scaled(250); }

@@ -30,6 +30,7 @@ QtObject {
 
     readonly property color error: "#FF6B5E"
     readonly property color success: "#4FD98B"
+    readonly property color knob: "#DCE5F2" // of a switch that is off
     readonly property color waterline: "#994A9EFF"
 
     readonly property color scrim: "#A303070E"

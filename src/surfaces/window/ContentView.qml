@@ -43,6 +43,7 @@ Item {
         }
         ExportProgressOverlay {
             anchors.fill: parent
+            picture: preview
         }
         ExportResultToast {
             anchors { horizontalCenter: preview.horizontalCenter; top: preview.top; topMargin: 20 }
@@ -58,5 +59,7 @@ Item {
         sourceComponent: AdjustmentPanel {}
     }
     ExportSheet {}
-    MissingMediaAlertView {}
+    MissingMediaAlertView {
+        parent: preview
+    }
 }

@@ -140,20 +140,27 @@ void WindowJourney::loadVideo(zumeta::Side side)
     spec.side = isAbove ? Side::above : Side::below;
     spec.frames = 90;
     spec.firstNumber = isAbove ? 0 : 1000;
-    const FileUrl file(FootageMaker::make(spec).native());
+    load(side, FootageMaker::make(spec));
+}
+
+void WindowJourney::load(zumeta::Side side, const std::filesystem::path& file)
+{
+    const bool isAbove = side == zumeta::Side::above;
     CompositorViewModel& session = app().session();
     // The last thing that a load does is to forget where the video before it began; what is done before that is lost.
     // Its length is told in a turn of its own, and until then there is no place to seek to.
+    double VideoCompositionConfig::*const startTime =
+        isAbove ? &VideoCompositionConfig::aboveStartTime : &VideoCompositionConfig::belowStartTime;
     VideoCompositionConfig config = session.projectConfig();
-    (isAbove ? config.aboveStartTime : config.belowStartTime) = 1;
+    config.*startTime = 1;
     session.setProjectConfig(config);
-    isAbove ? session.loadAboveVideo({file}) : session.loadBelowVideo({file});
+    const FileUrl url(file.native());
+    isAbove ? session.loadAboveVideo({url}) : session.loadBelowVideo({url});
     VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
-            const VideoCompositionConfig& now = session.projectConfig();
-            const bool isShown = session.currentVideoURL() == file;
-            return (isAbove ? now.aboveStartTime : now.belowStartTime) == 0 && service.player().hasCurrentItem() &&
+            const bool isShown = session.currentVideoURL() == url;
+            return session.projectConfig().*startTime == 0 && service.player().hasCurrentItem() &&
                    (isShown ? session.duration() : service.duration()) > 0;
         },
         15000));

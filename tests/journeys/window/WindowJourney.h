@@ -21,13 +21,16 @@ protected:
     /// Loads a made recording of 3 s at 30 frames a second, 16:9 and small, whose frames carry numbers: those of the
     /// above side from 0, those of the below side from 1000. Waits until the load is through.
     void loadVideo(zumeta::Side side);
+    /// The same with a file of the test's own.
+    void load(zumeta::Side side, const std::filesystem::path& file);
     /// Both videos, locked at a second and picked at the middle, and then this step (1 to 4) with its panel.
     void openStep(int step, QSize size = {1400, 900});
     /// Opens the window at this size. Again after close(): what was stored is there.
     void open(QSize size = {1400, 900});
     void close();
     ZumetaApp& app() { return *m_app; }
-    QQuickWindow& window() { return *m_app->window(); }
+    /// That of the application, unless a test has its own.
+    virtual QQuickWindow& window() { return *m_app->window(); }
 
     /// The first visible item with this object name; null when there is none.
     QQuickItem* item(const char* objectName);
