@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include <QMap>
 #include <QString>
 #include <optional>
 
@@ -9,9 +10,12 @@ namespace zumeta {
 struct BundleInfo {
     std::optional<QString> shortVersion; ///< such as "1.2.0"
     std::optional<QString> buildNumber;
+    /// What else was set for this deployment, by its key.
+    QMap<QString, QString> settings;
 
     static const BundleInfo& main();
-    static BundleInfo fromValues(const QString& shortVersion, const QString& buildNumber);
+    static BundleInfo fromValues(const QString& shortVersion, const QString& buildNumber,
+                                 const QMap<QString, QString>& settings = {});
 
     friend bool operator==(const BundleInfo&, const BundleInfo&) = default;
 };

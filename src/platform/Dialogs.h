@@ -22,6 +22,10 @@ struct Alert {
 struct SavePanel {
     QString proposedName; ///< of the file, with its extension
     QString extension;    ///< the one kind of file that can be chosen; without the dot
+    QString title{};      ///< translated; empty: the platform's own
+    /// Whoever asks looks himself for a file that is in the way, and the panel need not do it for names that it did not
+    /// see, those to which the extension was added afterwards.
+    bool callerAsksToReplace = false;
 };
 
 /// What only the user can decide. Main thread. The event loop goes on while an answer is awaited, so whoever waits
@@ -35,8 +39,8 @@ public:
 
     /// The index of the button that was pressed; the last one when the alert was closed without.
     virtual Task<int> showAlert(Alert alert) = 0;
-    /// Does not hold up the window. Nothing when the panel was closed without a choice. The platform's panel asks
-    /// before an existing file is chosen.
+    /// Does not hold up the window. Nothing when the panel was closed without a choice, or the user would not replace
+    /// the file that lies there: the platform's panel asks before an existing file is chosen.
     virtual Task<std::optional<FileUrl>> showSavePanel(SavePanel panel) = 0;
 };
 

@@ -37,6 +37,7 @@ Task<> CompositorViewModel::chooseOutput()
     const QPointer<CompositorViewModel> self(this);
     m_isChoosingOutput = true;
     SavePanel panel{defaultOutputFilenameBase() + QStringLiteral(".mp4"), QStringLiteral("mp4")};
+    panel.callerAsksToReplace = true;
     const std::optional<FileUrl> url = co_await m_environment.dialogs.showSavePanel(std::move(panel));
     if (!self)
         co_return;

@@ -26,11 +26,21 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
 {
     const auto followDesktop = [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); };
     QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(), followDesktop);
+    m_projectDialogs = std::make_unique<ProjectDialogs>(
+        *m_session, m_dialogs, m_dialogs, [this](const QString& key) { return m_languages.localized(key); });
+    m_delegate = std::make_unique<AppDelegate>(*m_surfaces);
     m_surfaces->installOn(m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Zumeta/window/Main.qml")));
+    if (QQuickWindow* const made = window()) {
+        m_delegate->applicationDidFinishLaunching(*made);
+        m_dialogs.setWindow(*made);
+    }
 }
 
-ZumetaApp::~ZumetaApp() = default;
+ZumetaApp::~ZumetaApp()
+{
+    m_delegate->applicationWillTerminate();
+}
 
 SessionEnvironment ZumetaApp::environment()
 {

@@ -8,8 +8,10 @@
 #include "platform/portal/DesktopMotion.h"
 #include "platform/sleep/LogindSleepInhibitor.h"
 #include "session/CompositorViewModel.h"
+#include "shell/AppDelegate.h"
 #include "shell/WindowDialogs.h"
 #include "surfaces/theme/SurfaceContext.h"
+#include "surfaces/window/ProjectDialogs.h"
 
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -30,11 +32,13 @@ public:
 
     /// Nothing when the window could not be made; why is on standard error.
     QQuickWindow* window();
-    /// Fills the screen's usable area. There must be a window.
-    void showWindow() { window()->showMaximized(); }
+    void showWindow() { m_delegate->showWindow(); }
     CompositorViewModel& session() { return *m_session; }
     LanguageManager& languages() { return m_languages; }
     Dialogs& dialogs() { return m_dialogs; }
+    NotificationCenter& notifications() { return m_notifications; }
+    ModalState& modality() { return m_modality; }
+    AppDelegate& delegate() { return *m_delegate; }
 
 private:
     SessionEnvironment environment();
@@ -52,7 +56,7 @@ private:
     ThreadedProjectFiles m_projectFiles;
     AlertQueue m_alerts{nullptr};
     ModalState m_modality{nullptr};
-    WindowDialogs m_dialogs{m_alerts, m_modality};
+    WindowDialogs m_dialogs{m_alerts, m_modality, m_settings, m_languages};
     SystemWallClock m_wallClock;
     ThreadedAssetLoader m_assets;
     VideoMetadataLoader m_metadata;
@@ -62,6 +66,8 @@ private:
     AudioThread m_audioThread;
     std::unique_ptr<CompositorViewModel> m_session;
     std::unique_ptr<SurfaceContext> m_surfaces;
+    std::unique_ptr<ProjectDialogs> m_projectDialogs;
+    std::unique_ptr<AppDelegate> m_delegate;
     QQmlApplicationEngine m_engine;
 };
 

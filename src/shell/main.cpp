@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/RendererChoice.h"
 #include "shell/ZumetaApp.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("Zumeta"));
     // The desktop's own file dialogs are widgets.
     const QApplication application(argc, argv);
+    zumeta::chooseSceneGraph();
     zumeta::ZumetaApp zumeta;
     if (!zumeta.window())
         return EXIT_FAILURE;

@@ -20,6 +20,9 @@ TEST(BundleInfo, AnEmptyValueIsAnAbsentKey)
     const BundleInfo info = BundleInfo::fromValues(QString(), QStringLiteral("12"));
     EXPECT_FALSE(info.shortVersion.has_value());
     EXPECT_EQ(info.buildNumber, QStringLiteral("12"));
+    const BundleInfo deployed =
+        BundleInfo::fromValues({}, {}, {{QStringLiteral("A"), {}}, {QStringLiteral("B"), QStringLiteral("b")}});
+    EXPECT_EQ(deployed.settings.keys(), QStringList(QStringLiteral("B")));
 }
 
 TEST(Volume, TellsTheSpaceThatIsFreeForThisUser)

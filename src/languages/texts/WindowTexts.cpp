@@ -125,6 +125,16 @@ constexpr TextRow kRows[] = {
      .french = u"Aperçu de la vidéo",
      .german = u"Videovorschau",
      .italian = u"Anteprima del video"},
+    {.key = u"Licence Line",
+     .english = u"Free software under the GNU General Public License, version 3 or later.",
+     .japanese = u"GNU一般公衆利用許諾書バージョン3以降に基づくフリーソフトウェアです。",
+     .chinese = u"自由软件，依据 GNU 通用公共许可证第 3 版或更高版本发布。",
+     .korean = u"GNU 일반 공중 사용 허가서 버전 3 이상을 따르는 자유 소프트웨어입니다.",
+     .portuguese = u"Software livre sob a Licença Pública Geral GNU, versão 3 ou posterior.",
+     .spanish = u"Software libre bajo la Licencia Pública General de GNU, versión 3 o posterior.",
+     .french = u"Logiciel libre sous licence publique générale GNU, version 3 ou ultérieure.",
+     .german = u"Freie Software unter der GNU General Public License, Version 3 oder neuer.",
+     .italian = u"Software libero con licenza GNU General Public License, versione 3 o successiva."},
 };
 
 }
