@@ -99,6 +99,15 @@ TEST_F(Bindings, ANewLengthOfAPlayerIsTheTimelinesInALaterTurn)
     EXPECT_EQ(session->duration(), 0);
 }
 
+TEST_F(Bindings, ANewLengthOfTheBelowPlayerIsTheTimelinesToo)
+{
+    session->setCurrentStep(WorkflowStep::step2);
+    session->belowPlayerService().reset();
+    EXPECT_EQ(session->duration(), 60);
+    advance(0);
+    EXPECT_EQ(session->duration(), 0);
+}
+
 TEST_F(Bindings, EndWithTheSession)
 {
     notifications.post(notifications::kTogglePlaybackShortcut);

@@ -80,6 +80,35 @@ TEST_F(CompositeTransport, ASideThatIsOffByMoreThanEightHundredthsIsSoughtAtPlay
     }
 }
 
+TEST_F(CompositeTransport, TheBelowSideThatIsOffByMoreThanEightHundredthsIsSoughtAtPlayToo)
+{
+    session->seek(5, true);
+    below().seek(MediaTime::nearest(5.081, 60000), SeekTolerance::zero);
+    advance(0.1);
+    above().seeks.clear();
+    below().seeks.clear();
+    session->play();
+    EXPECT_THAT(above().seeks, IsEmpty());
+    ASSERT_THAT(below().seeks, SizeIs(1));
+    EXPECT_EQ(below().seeks[0].target.seconds(), 5);
+    EXPECT_EQ(below().seeks[0].tolerance, SeekTolerance::zero);
+}
+
+TEST_F(CompositeTransport, WithoutLocksTheStoredStartsTellWhereTheSidesMeet)
+{
+    session->toggleAboveLock();
+    session->toggleBelowLock();
+    edit([](VideoCompositionConfig& config) {
+        config.aboveStartTime = 4;
+        config.belowStartTime = 9;
+    });
+    session->setCurrentStep(WorkflowStep::step3);
+    session->seek(2, true);
+    EXPECT_EQ(session->duration(), 25);
+    EXPECT_EQ(above().seeks.back().target.seconds(), 2);
+    EXPECT_EQ(below().seeks.back().target.seconds(), 7);
+}
+
 TEST_F(CompositeTransport, AnEmptyTimelineTurnsPlayingOffAtOnce)
 {
     session->clearAboveVideo();
@@ -108,6 +137,17 @@ TEST_F(CompositeTransport, AStepIsAThirtiethOfASecond)
     EXPECT_DOUBLE_EQ(session->currentTime(), 5 - 2.0 / 30);
     EXPECT_EQ(above().seeks.back().tolerance, SeekTolerance::zero);
     EXPECT_EQ(below().seeks.back().tolerance, SeekTolerance::zero);
+}
+
+struct FineFrames : SessionTest {};
+
+TEST_F(FineFrames, AStepOfTheCompositeIsAThirtiethOfASecondAllTheSame)
+{
+    loadBoth({.frameDuration = {1, 60}}, {.frameDuration = {1, 60}});
+    session->setCurrentStep(WorkflowStep::step3);
+    session->step(1);
+    EXPECT_DOUBLE_EQ(session->currentTime(), 1.0 / 30);
+    EXPECT_EQ(below().seeks.back().target, (MediaTime{2000, 60000}));
 }
 
 TEST_F(CompositeTransport, StepsAreHeldInsideTheTimeline)
@@ -195,6 +235,16 @@ TEST_F(CompositeTransport, TheTimingOffsetMovesTheAboveVideo)
     EXPECT_EQ(session->currentTime(), 10);
     EXPECT_DOUBLE_EQ(above().currentTime().seconds(), 17.5);
     EXPECT_DOUBLE_EQ(below().currentTime().seconds(), 10);
+}
+
+TEST_F(CompositeTransport, ZoomAndBlendMoveNothingInTime)
+{
+    session->setAboveZoom(7);
+    session->setBlendAmount(30);
+    EXPECT_EQ(session->projectConfig().aboveZoom, 7);
+    EXPECT_EQ(session->projectConfig().blendAmount, 30);
+    EXPECT_THAT(above().seeks, IsEmpty());
+    EXPECT_THAT(below().seeks, IsEmpty());
 }
 
 TEST_F(CompositeTransport, RebuildingIsForTheLaterStepsAlone)

@@ -303,6 +303,7 @@ TEST_F(ExportingOverAFile, AsksBeforeItIsReplaced)
     EXPECT_EQ(dialogs.alerts.front().title, text("[File Exists Title]"));
     EXPECT_EQ(dialogs.alerts.front().message, text("[File Exists Message]"));
     EXPECT_THAT(dialogs.alerts.front().buttons, ElementsAre(text("[Replace]"), text("[Cancel]")));
+    EXPECT_TRUE(dialogs.alerts.front().isDestructive);
     EXPECT_THAT(exporters, IsEmpty());
     advance(1.2);
     EXPECT_TRUE(session->isExporting());

@@ -172,6 +172,17 @@ TEST_F(ProjectKeeping, WritesThePreparedStateAndSaysWhere)
     EXPECT_TRUE(hasLogged(QStringLiteral("Project exported to: /swims/swim.zumetaproj")));
 }
 
+TEST_F(ProjectKeeping, EverySaveAsksForAPlaceAnew)
+{
+    enterComposite(WorkflowStep::step3, {60, 14}, {60, 10});
+    prepared();
+    session->setShowSaveProjectPanel(false);
+    session->saveProject(kProject);
+    advance(1);
+    prepared();
+    EXPECT_TRUE(session->showSaveProjectPanel());
+}
+
 TEST_F(ProjectKeeping, AFailedWriteIsSilentAndChangesNothing)
 {
     enterComposite(WorkflowStep::step3, {60, 14}, {60, 10});

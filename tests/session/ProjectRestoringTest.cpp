@@ -239,6 +239,13 @@ TEST_F(ProjectRestoring, LeavesMarkersAndHistoryAlone)
     EXPECT_EQ(session->stepEditHistory().undoCount(), history);
 }
 
+TEST_F(ProjectRestoring, LeavesTheChosenCameraAlone)
+{
+    session->setSelectedCamera(CameraType::insta360);
+    open(project());
+    EXPECT_EQ(session->selectedCamera(), CameraType::insta360);
+}
+
 TEST_F(ProjectRestoring, AProjectOfFourToThreeOpensOverOneOfSixteenToNine)
 {
     enterComposite(WorkflowStep::step3, {60, 14}, {60, 10});

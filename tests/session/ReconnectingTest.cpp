@@ -102,6 +102,15 @@ TEST_F(Reconnecting, WithoutFilesDoesNothing)
     EXPECT_TRUE(session->isAboveMissing());
 }
 
+TEST_F(Reconnecting, IsNotAskedForAnyMoreAfterAReset)
+{
+    openWithout({"/above.mp4", "/below.mp4"});
+    session->resetProject();
+    EXPECT_FALSE(session->isAboveMissing());
+    EXPECT_FALSE(session->isBelowMissing());
+    EXPECT_FALSE(session->showMissingFileAlert());
+}
+
 TEST_F(Reconnecting, IsNotOverBeforeHalfASecondAfterTheLoad)
 {
     media.add("/found/above.mp4", {.assetDelay = 0.05, .metadataDelay = 0.1});

@@ -190,5 +190,86 @@ TEST_F(Resets, OfStepThreeGoBackToTheBases)
     EXPECT_EQ(above().seeks[0].target.seconds(), 11);
 }
 
+TEST_F(Resets, OfAStepEndWithACoarseSeekToTheBeginning)
+{
+    session->setCurrentStep(kStep4);
+    below().seeks.clear();
+    session->resetBelowStepOnly();
+    ASSERT_THAT(below().seeks, SizeIs(1));
+    EXPECT_EQ(below().seeks[0].target, MediaTime{});
+    EXPECT_EQ(below().seeks[0].tolerance, SeekTolerance::infinite);
+    session->setCurrentStep(kStep4);
+    above().seeks.clear();
+    session->resetAboveStepOnly();
+    ASSERT_THAT(above().seeks, SizeIs(1));
+    EXPECT_EQ(above().seeks[0].target, MediaTime{});
+    EXPECT_EQ(above().seeks[0].tolerance, SeekTolerance::infinite);
+}
+
+struct ResetsOfNothing : SessionTest {};
+
+TEST_F(ResetsOfNothing, AreToldOfAllTheSame)
+{
+    int changes = 0;
+    QObject::connect(session.get(), &PublishedFields::changed, session.get(), [&] { ++changes; });
+    session->clearAboveVideo();
+    EXPECT_EQ(changes, 1);
+    session->clearBelowVideo();
+    EXPECT_EQ(changes, 2);
+    session->resetStep3AdjustmentValues();
+    EXPECT_EQ(changes, 3);
+}
+
+/// Holds what became of an export.
+struct StatusLine : Resets {
+    void failToExport()
+    {
+        dialogs.savePlace = FileUrl("/nowhere/swim.mp4");
+        exportScript.error.emplace(ExportError::Case::unknown);
+        session->exportVideo(false);
+        advance(20);
+        ASSERT_TRUE(session->syncStatusMessage());
+    }
+};
+
+TEST_F(StatusLine, IsEmptyAfterTheResetOfTheAboveStep)
+{
+    failToExport();
+    session->resetAboveStepOnly();
+    EXPECT_EQ(session->syncStatusMessage(), std::nullopt);
+}
+
+TEST_F(StatusLine, IsEmptyAfterTheResetOfTheBelowStep)
+{
+    failToExport();
+    session->setHasSliderBeenMoved(true);
+    session->resetBelowStepOnly();
+    EXPECT_EQ(session->syncStatusMessage(), std::nullopt);
+    EXPECT_FALSE(session->hasSliderBeenMoved());
+}
+
+TEST_F(StatusLine, IsEmptyOnceALockIsReleased)
+{
+    failToExport();
+    session->toggleBelowLock();
+    EXPECT_EQ(session->syncStatusMessage(), std::nullopt);
+    EXPECT_TRUE(session->syncStatusIsError()) << "what the next export's end says";
+}
+
+TEST_F(StatusLine, IsEmptyOnceAVideoIsLoaded)
+{
+    failToExport();
+    loadBelow("/other.mp4");
+    EXPECT_EQ(session->syncStatusMessage(), std::nullopt);
+}
+
+TEST_F(StatusLine, StaysWhenASideIsClearedOrTheStepChanges)
+{
+    failToExport();
+    session->setCurrentStep(kStep2);
+    session->clearBelowVideo();
+    EXPECT_NE(session->syncStatusMessage(), std::nullopt);
+}
+
 }
 }

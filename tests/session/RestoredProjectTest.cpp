@@ -147,6 +147,11 @@ ProjectState stateWithValues()
     return state;
 }
 
+TEST(Step3Bases, FixedAtAConfigAreItsValues)
+{
+    EXPECT_EQ(Step3Bases::equalTo(stateWithValues().projectConfig), (Step3Bases{310, 40, -15, 40}));
+}
+
 TEST(Step3Bases, AreThoseOfTheFile)
 {
     ProjectState state = stateWithValues();

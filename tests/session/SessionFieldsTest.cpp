@@ -2,6 +2,8 @@
 #include "session/SessionHarness.h"
 
 #include <QDateTime>
+#include <QLocale>
+#include <QMetaProperty>
 
 namespace zumeta {
 namespace {
@@ -44,9 +46,12 @@ TEST_F(FreshSession, HasANewProjectOfThisMoment)
     EXPECT_EQ(project.modifiedAt, wallClock.time);
     EXPECT_EQ(project.aboveVideo, std::nullopt);
     EXPECT_EQ(project.belowVideo, std::nullopt);
-    EXPECT_EQ(project.exportSettings.resolution, ExportResolutionType::hd1080);
-    EXPECT_EQ(project.exportSettings.quality, 0.8);
+    EXPECT_EQ(project.exportSettings, ExportSettings());
     EXPECT_EQ(project.step3BaseWaterlineHeight, std::nullopt);
+    EXPECT_EQ(project.step3BaseAboveOffset, std::nullopt);
+    EXPECT_EQ(project.step3BaseAboveHorizontalOffset, std::nullopt);
+    EXPECT_EQ(project.step3RelativeWaterlineHeight, std::nullopt);
+    EXPECT_EQ(project.step3RelativeAboveOffset, std::nullopt);
     EXPECT_EQ(project.step3RelativeAboveHorizontalOffset, std::nullopt);
     EXPECT_EQ(project.projectAspectRatio, (AspectRatio{16, 9}));
     EXPECT_EQ(project.projectConfig, session->projectConfig());
@@ -60,6 +65,8 @@ TEST_F(FreshSession, HasItsAdjustmentsAtZeroExceptTheBlend)
     EXPECT_EQ(session->aboveZoom(), 0);
     EXPECT_EQ(session->timingOffset(), 0);
     EXPECT_EQ(session->relativeWaterlineHeight(), 0);
+    EXPECT_EQ(session->relativeAboveOffset(), 0);
+    EXPECT_EQ(session->relativeAboveHorizontalOffset(), 0);
 }
 
 TEST_F(FreshSession, LoopsInStepThreeAtFullSpeed)
@@ -201,6 +208,41 @@ TEST_F(Publishing, FieldsAreReachableByName)
     EXPECT_TRUE(session->property("showDropZoneBelowHighlight").toBool());
 }
 
+TEST_F(Publishing, EachFieldHasASignalThatIsCalledAsItself)
+{
+    const QMetaObject& fields = PublishedFields::staticMetaObject;
+    ASSERT_GT(fields.propertyCount(), fields.propertyOffset());
+    for (int i = fields.propertyOffset(); i < fields.propertyCount(); ++i) {
+        const QMetaProperty field = fields.property(i);
+        EXPECT_EQ(field.notifySignal().name(), field.name() + QByteArray("Changed"));
+    }
+}
+
+TEST_F(Publishing, EverySwitchTellsOfItselfAlone)
+{
+    const std::pair<const char*, void (PublishedFields::*)()> switches[] = {
+        {"isStep3LoopEnabled", &PublishedFields::isStep3LoopEnabledChanged},
+        {"showExportSheet", &PublishedFields::showExportSheetChanged},
+        {"showSaveProjectPanel", &PublishedFields::showSaveProjectPanelChanged},
+        {"showOpenProjectPanel", &PublishedFields::showOpenProjectPanelChanged},
+        {"isCameraSelectionConfirmed", &PublishedFields::isCameraSelectionConfirmedChanged},
+        {"hasSliderBeenMoved", &PublishedFields::hasSliderBeenMovedChanged},
+        {"isTimelineSliderDragging", &PublishedFields::isTimelineSliderDraggingChanged},
+        {"hasInteractedWithStep3Adjustments", &PublishedFields::hasInteractedWithStep3AdjustmentsChanged},
+        {"hasInteractedWithStep4ExportControls", &PublishedFields::hasInteractedWithStep4ExportControlsChanged},
+        {"showMissingFileAlert", &PublishedFields::showMissingFileAlertChanged},
+        {"isFullScreen", &PublishedFields::isFullScreenChanged},
+    };
+    std::vector<std::string> told;
+    for (const auto& [name, signal] : switches)
+        QObject::connect(session.get(), signal, session.get(), [&told, name] { told.emplace_back(name); });
+    for (const auto& [name, signal] : switches) {
+        told.clear();
+        session->setProperty(name, !session->property(name).toBool());
+        EXPECT_THAT(told, testing::ElementsAre(name));
+    }
+}
+
 struct DerivedValues : SessionTest {};
 
 TEST_F(DerivedValues, TheExportIsAsLongAsTheTrimsLeave)
@@ -257,6 +299,15 @@ TEST_F(DerivedValues, TheFileNameHoldsTheSizeAndTheLocalTime)
     EXPECT_EQ(session->defaultOutputFilenameBase(),
               QStringLiteral("Zumeta_1440p_") + local.toString(QStringLiteral("yyyy_MMdd_HHmm")));
     EXPECT_TRUE(session->defaultOutputFilenameBase().startsWith(QStringLiteral("Zumeta_1440p_2026_010")));
+}
+
+TEST_F(DerivedValues, TheFileNameHasPlainDigitsInEveryLocale)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    EXPECT_THAT(session->defaultOutputFilenameBase().toStdString(),
+                testing::MatchesRegex("Zumeta_720p_2026_03[0-9]{2}_[0-9]{4}"));
+    QLocale::setDefault(before);
 }
 
 struct Highlights : SessionTest {

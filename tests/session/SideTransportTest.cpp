@@ -165,6 +165,22 @@ TEST_F(SideTransport, ARunningPlayerOfALockedStepStopsThroughPauseAlone)
     EXPECT_FALSE(session->isPlaying());
 }
 
+TEST_F(SideTransport, AStepInALockedStepStopsWhatRunsAndMovesNothing)
+{
+    session->seek(5, true);
+    session->toggleAboveLock();
+    session->setCurrentStep(WorkflowStep::step2);
+    session->play();
+    session->setCurrentStep(WorkflowStep::step1);
+    above().seeks.clear();
+    session->step(1);
+    advance(0.1);
+    EXPECT_FALSE(session->isPlaying());
+    EXPECT_EQ(below().rate(), 0);
+    EXPECT_EQ(session->currentTime(), 5);
+    EXPECT_THAT(above().seeks, IsEmpty());
+}
+
 TEST_F(SideTransport, TogglingStartsAndStops)
 {
     session->togglePlayback();

@@ -127,6 +127,16 @@ TEST_F(StepChange, ToAnUnlockedStepOneMovesNothing)
     EXPECT_THAT(above().seeks, IsEmpty());
 }
 
+TEST_F(StepChange, ToAnUnlockedSideLeavesThePlayheadEvenBeyondItsEnd)
+{
+    loadBoth({.duration = 30}, {.duration = 60});
+    session->setCurrentStep(kStep2);
+    session->seek(50, true);
+    session->setCurrentStep(kStep1);
+    EXPECT_EQ(session->duration(), 30);
+    EXPECT_EQ(session->currentTime(), 50);
+}
+
 TEST_F(StepChange, ComesBackToTheLockOfTheBelowVideo)
 {
     loadBoth();
@@ -302,6 +312,7 @@ TEST_F(StepChange, FromAnotherStepToFourKeepsTheTrimsAndGoesToTheirStart)
         expectTrims(2.5, 3);
         EXPECT_EQ(session->currentTime(), 2.5);
         EXPECT_EQ(above().secondsNow(), 8.5);
+        EXPECT_EQ(above().seeks.back().tolerance, SeekTolerance::zero);
     }
 }
 

@@ -265,6 +265,14 @@ TEST_F(Admission, ChecksPassWhenAVideoCannotBeRead)
     EXPECT_TRUE(hasLogged(QStringLiteral("Failed to load below video: ")));
 }
 
+TEST_F(Admission, ChecksPassWhenAVideoHasNoPicture)
+{
+    loadAbove("/above.mp4", {.size = kFourByThree});
+    loadBelow("/below.mp4", {.frameDuration = {1, 25}, .hasVideo = false});
+    EXPECT_THAT(dialogs.alerts, IsEmpty());
+    EXPECT_TRUE(project().belowVideo);
+}
+
 TEST_F(Admission, OfBothSidesInOneTurnAsksNothing)
 {
     loadBoth({.size = kWide}, {.frameDuration = {1, 25}, .size = kFourByThree});
