@@ -87,7 +87,7 @@ Rectangle {
 
         SimpleTimelineSlider {
             slider: TimelineModel.slider
-            accent: root.accent
+            accent: Theme.accentOf(WindowModel.step)
         }
     }
     Component {

@@ -85,7 +85,7 @@ Item {
             required isSelected
             x: markerX - width / 2
             y: -12 - height / 2
-            onTapped: root.trimmer.tapMarker(index)
+            onTapped: TimelineModel.trimmer.tapMarker(index)
         }
     }
     BoxHandleView {
