@@ -34,6 +34,7 @@ PressableArea {
         SequentialAnimation on opacity {
             running: Motion.pulses && root.visible && root.hasGlow
             loops: Animation.Infinite
+            alwaysRunToEnd: true // rests as it began
 
             NumberAnimation { to: 0.7; duration: Motion.pulse; easing.type: Easing.InOutQuad }
             NumberAnimation { to: 1; duration: Motion.pulse; easing.type: Easing.InOutQuad }

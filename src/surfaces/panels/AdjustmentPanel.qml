@@ -22,6 +22,7 @@ Rectangle {
         flickableDirection: Flickable.VerticalFlick
         interactive: !mouse.active
         clip: true
+        onMovementStarted: scrolling.stop()
 
         ColumnLayout {
             id: column

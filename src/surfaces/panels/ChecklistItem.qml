@@ -15,7 +15,7 @@ Item {
     readonly property bool isPulsing: isActive && Motion.pulses && visible
 
     implicitHeight: Math.max(44, label.implicitHeight + 20)
-    Accessible.role: Accessible.CheckBox
+    Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: isComplete
@@ -44,9 +44,11 @@ Item {
         SequentialAnimation {
             running: root.isPulsing
             loops: Animation.Infinite
+            alwaysRunToEnd: true // rests as it began
 
-            NumberAnimation { target: halo; property: "spread"; to: 5; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+            NumberAnimation { target: halo; property: "spread"; to: 5; duration: Motion.pulse / 3; easing.type: Easing.OutQuad }
             NumberAnimation { target: halo; property: "spread"; to: 2; duration: Motion.pulse; easing.type: Easing.InOutQuad }
+            NumberAnimation { target: halo; property: "spread"; to: 4; duration: Motion.pulse * 2 / 3; easing.type: Easing.InQuad }
         }
     }
     Rectangle {
@@ -57,7 +59,7 @@ Item {
         width: 24
         height: 24
         radius: 12
-        color: root.isComplete ? root.accent.base : Theme.surface1
+        color: root.isComplete ? root.accent.base : "transparent"
         border.width: root.isComplete ? 0 : Theme.strokeRing
         border.color: root.isActive ? root.accent.base : Theme.stroke3
 

@@ -52,7 +52,8 @@ SideSetup::State SideSetup::currentState() const
     const bool isAbove = m_side == Side::above;
     return {.hasVideo = (isAbove ? m_session.aboveVideoURL() : m_session.belowVideoURL()).has_value(),
             .isLocked = (isAbove ? m_session.manualSyncTimeAbove() : m_session.manualSyncTimeBelow()).has_value(),
-            .hasAlignmentPoint = (isAbove ? m_session.alignmentPointAbove() : m_session.alignmentPointBelow()).has_value(),
+            .hasAlignmentPoint =
+                (isAbove ? m_session.alignmentPointAbove() : m_session.alignmentPointBelow()).has_value(),
             .isLockHighlighted = m_session.showMarkButtonHighlight()};
 }
 

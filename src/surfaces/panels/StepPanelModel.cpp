@@ -108,22 +108,22 @@ void StepPanelModel::resetAdjustmentValues()
 void StepPanelModel::startOver()
 {
     leaveField();
-    m_confirmation.ask({.title = m_languages.localized(QStringLiteral("Confirm Reset Title")),
-                        .message = m_languages.localized(QStringLiteral("Confirm Reset All Message")),
-                        .buttons = {m_languages.localized(QStringLiteral("Run")),
-                                    m_languages.localized(QStringLiteral("Cancel"))}},
-                       [this] { m_session.pressStartOver(); });
+    m_confirmation.ask(
+        {.title = m_languages.localized(QStringLiteral("Confirm Reset Title")),
+         .message = m_languages.localized(QStringLiteral("Confirm Reset All Message")),
+         .buttons = {m_languages.localized(QStringLiteral("Run")), m_languages.localized(QStringLiteral("Cancel"))}},
+        [this] { m_session.pressStartOver(); });
 }
 
 void StepPanelModel::askForReset(const QString& titleKey, void (CompositorViewModel::*reset)())
 {
     leaveField();
-    m_confirmation.ask({.title = m_languages.localized(QStringLiteral("Confirm Reset Title")),
-                        .message = formatted(m_languages.localized(QStringLiteral("Confirm Action Message")),
-                                             {m_languages.localized(titleKey)}),
-                        .buttons = {m_languages.localized(QStringLiteral("Run")),
-                                    m_languages.localized(QStringLiteral("Cancel"))}},
-                       [this, reset] { (m_session.*reset)(); });
+    m_confirmation.ask(
+        {.title = m_languages.localized(QStringLiteral("Confirm Reset Title")),
+         .message = formatted(m_languages.localized(QStringLiteral("Confirm Action Message")),
+                              {m_languages.localized(titleKey)}),
+         .buttons = {m_languages.localized(QStringLiteral("Run")), m_languages.localized(QStringLiteral("Cancel"))}},
+        [this, reset] { (m_session.*reset)(); });
 }
 
 // A field that is destroyed with its view tells of no loss of focus, and the shortcuts would rest for ever.

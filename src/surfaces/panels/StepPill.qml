@@ -43,7 +43,7 @@ PressableArea {
             anchors.centerIn: parent
             text: root.step
             color: root.isCurrent ? root.accent.ink : root.isVisited ? root.accent.base : Theme.text3
-            font: Typography.captionStrong
+            font: Typography.pillNumber
             visible: root.look !== StepPanelModel.Done
         }
         Icon {

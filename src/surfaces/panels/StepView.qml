@@ -8,14 +8,18 @@ ColumnLayout {
     id: root
 
     required property Accent accent
+    readonly property bool isAtRest: !arrival.running
 
     /// This part of it, which has just come, is worth seeing.
     signal sightWanted(Item part)
 
+    objectName: "stepView"
     spacing: 0
     transform: Translate { id: slide }
 
     ParallelAnimation {
+        id: arrival
+
         running: true
 
         NumberAnimation { target: slide; property: "x"; from: 24; to: 0; duration: Motion.step; easing.type: Easing.InOutCubic }

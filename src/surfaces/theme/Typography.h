@@ -28,6 +28,7 @@ class Typography final : public QObject {
     Q_PROPERTY(QFont bodyStrong READ bodyStrong NOTIFY changed FINAL)
     Q_PROPERTY(QFont smallText READ smallText NOTIFY changed FINAL)
     Q_PROPERTY(QFont smallStrong READ smallStrong NOTIFY changed FINAL)
+    Q_PROPERTY(QFont pillNumber READ pillNumber NOTIFY changed FINAL)
     Q_PROPERTY(QFont caption READ caption NOTIFY changed FINAL)
     Q_PROPERTY(QFont captionStrong READ captionStrong NOTIFY changed FINAL)
     Q_PROPERTY(QFont hint READ hint NOTIFY changed FINAL)
@@ -56,6 +57,7 @@ public:
     QFont bodyStrong() const { return text(14, QFont::DemiBold); }
     QFont smallText() const { return text(13, QFont::Normal); }
     QFont smallStrong() const { return text(13, QFont::Medium); }
+    QFont pillNumber() const { return text(13, QFont::DemiBold); }
     QFont caption() const { return text(12, QFont::Medium); }
     QFont captionStrong() const { return text(12, QFont::DemiBold); }
     QFont hint() const { return text(12, QFont::Bold); }

@@ -17,7 +17,7 @@ constexpr auto kCancel = "alertButton1";
 QString looksOf(QQuickItem* checklistItem)
 {
     return checklistItem->property("isComplete").toBool() ? QStringLiteral("x")
-         : checklistItem->property("isActive").toBool()   ? QStringLiteral(">")
+           : checklistItem->property("isActive").toBool() ? QStringLiteral(">")
                                                           : QStringLiteral(".");
 }
 
@@ -281,9 +281,10 @@ TEST_F(Panel, IsWalkedThroughByTheKeyboardAlone)
         EXPECT_TRUE(waitFor([&] { return !isOfPanel || isInSight(focused); })) << focused->objectName().toStdString();
         press(Qt::Key_Tab);
     }
-    for (const char* const name : {"saveButton", "openButton", "cameraButton", "languageButton", "stepPill1", "stepPill4",
-                                   "shortcutHelpButton", "loopButton", "slowButton", "Waterline Height field",
-                                   "advancedDisclosure", "resetValuesButton", "nextStepButton", "resetButton"})
+    for (const char* const name :
+         {"saveButton", "openButton", "cameraButton", "languageButton", "stepPill1", "stepPill4", "shortcutHelpButton",
+          "loopButton", "slowButton", "Waterline Height field", "advancedDisclosure", "resetValuesButton",
+          "nextStepButton", "resetButton"})
         EXPECT_TRUE(seen.contains(QLatin1String(name))) << name;
     item("nextStepButton")->forceActiveFocus(Qt::TabFocusReason);
     press(Qt::Key_Space); // belongs to playback

@@ -10,7 +10,7 @@ using namespace test;
 struct PanelPictures : PanelJourney {
     void expectPanel(const char* name, const char* part)
     {
-        ASSERT_TRUE(waitFor([&] { return item(part) != nullptr; }));
+        ASSERT_TRUE(waitFor([&] { return item(part) && item("stepView")->property("isAtRest").toBool(); }));
         movePointer({500, 450});
         expectPicture(name, item("adjustmentPanel"));
     }

@@ -25,15 +25,14 @@ TEST(ShortcutHelpList, HasASectionsTitleBeforeItsShortcuts)
 {
     ShortcutHelpModel model;
     model.setStep(3);
-    EXPECT_THAT(rows(model),
-                ElementsAre(QStringLiteral("# Shortcut Section Playback"), QStringLiteral("Space: Shortcut Play Pause"),
-                            QStringLiteral("← / →: Shortcut Frame Step"),
-                            QStringLiteral("Shift + ← / →: Shortcut Large Frame Step"),
-                            QStringLiteral("# Shortcut Section Adjustment"),
-                            QStringLiteral("← / →: Shortcut Numeric Step"),
-                            QStringLiteral("Shift + ← / →: Shortcut Numeric Large Step"),
-                            QStringLiteral("# Shortcut Section History"), QStringLiteral("Ctrl Z: Shortcut Undo"),
-                            QStringLiteral("Ctrl Shift Z: Shortcut Redo")));
+    EXPECT_THAT(
+        rows(model),
+        ElementsAre(
+            QStringLiteral("# Shortcut Section Playback"), QStringLiteral("Space: Shortcut Play Pause"),
+            QStringLiteral("← / →: Shortcut Frame Step"), QStringLiteral("Shift + ← / →: Shortcut Large Frame Step"),
+            QStringLiteral("# Shortcut Section Adjustment"), QStringLiteral("← / →: Shortcut Numeric Step"),
+            QStringLiteral("Shift + ← / →: Shortcut Numeric Large Step"), QStringLiteral("# Shortcut Section History"),
+            QStringLiteral("Ctrl Z: Shortcut Undo"), QStringLiteral("Ctrl Shift Z: Shortcut Redo")));
 }
 
 TEST(ShortcutHelpList, OfStepFourHasMarkersAndRange)
@@ -41,10 +40,10 @@ TEST(ShortcutHelpList, OfStepFourHasMarkersAndRange)
     ShortcutHelpModel model;
     model.setStep(4);
     EXPECT_EQ(model.rowCount(), 14);
-    EXPECT_THAT(rows(model), testing::IsSupersetOf({QStringLiteral("# Shortcut Section Markers"),
-                                                    QStringLiteral("M: Shortcut Add Marker"),
-                                                    QStringLiteral("# Shortcut Section Range"),
-                                                    QStringLiteral("O: Shortcut Set Trim End")}));
+    EXPECT_THAT(rows(model),
+                testing::IsSupersetOf(
+                    {QStringLiteral("# Shortcut Section Markers"), QStringLiteral("M: Shortcut Add Marker"),
+                     QStringLiteral("# Shortcut Section Range"), QStringLiteral("O: Shortcut Set Trim End")}));
 }
 
 TEST(SplitKeys, KeepsSignsBetweenKeysAndDropsThoseWithinACombination)

@@ -68,12 +68,10 @@ TEST(Checklist, BothStepsShareAllItemsButTheFirst)
             all.append(QString::number(entry.number) + u' ' + entry.textKey);
         return all;
     };
-    EXPECT_THAT(keys(Side::above),
-                ElementsAre(QStringLiteral("1 Check 1-1"), QStringLiteral("2 Check 1-2"), QStringLiteral("3 Check 1-3"),
-                            QStringLiteral("4 Check 1-4")));
-    EXPECT_THAT(keys(Side::below),
-                ElementsAre(QStringLiteral("1 Check 2-1"), QStringLiteral("2 Check 1-2"), QStringLiteral("3 Check 1-3"),
-                            QStringLiteral("4 Check 1-4")));
+    EXPECT_THAT(keys(Side::above), ElementsAre(QStringLiteral("1 Check 1-1"), QStringLiteral("2 Check 1-2"),
+                                               QStringLiteral("3 Check 1-3"), QStringLiteral("4 Check 1-4")));
+    EXPECT_THAT(keys(Side::below), ElementsAre(QStringLiteral("1 Check 2-1"), QStringLiteral("2 Check 1-2"),
+                                               QStringLiteral("3 Check 1-3"), QStringLiteral("4 Check 1-4")));
 }
 
 TEST(StepBar, APillIsCurrentDoneVisitedOrAhead)

@@ -17,7 +17,7 @@ QString looks(SideSetup& setup)
     QAbstractItemModel& model = *setup.checklist();
     for (int row = 0; row < model.rowCount(); ++row)
         signs += model.index(row, 0).data(ChecklistModel::IsComplete).toBool() ? u'x'
-               : model.index(row, 0).data(ChecklistModel::IsActive).toBool()   ? u'>'
+                 : model.index(row, 0).data(ChecklistModel::IsActive).toBool() ? u'>'
                                                                                : u'.';
     return signs;
 }
@@ -220,8 +220,7 @@ TEST_F(PanelTest, ResettingTheValuesRecordsAndMarksWhenItRuns)
     session->setAboveZoom(12);
     const std::size_t before = undoCount();
     panel.resetAdjustmentValues();
-    EXPECT_EQ(dialogs.alerts.at(0).message,
-              QStringLiteral("Reset Values will be executed. Do you want to continue?"));
+    EXPECT_EQ(dialogs.alerts.at(0).message, QStringLiteral("Reset Values will be executed. Do you want to continue?"));
     EXPECT_EQ(undoCount(), before);
     EXPECT_FALSE(session->hasInteractedWithStep3Adjustments());
     answer(0);
