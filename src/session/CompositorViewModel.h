@@ -10,6 +10,8 @@
 #include "session/Step3Bases.h"
 #include "session/StepEditHistory.h"
 
+#include <QSizeF>
+
 namespace zumeta {
 
 /// The session: the one object that holds the work in progress and carries out every action of the user. Surfaces read
@@ -192,6 +194,10 @@ public Q_SLOTS:
     /// The user's replacement for missing media; all values stay.
     void reconnectAboveVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::above, urls); }
     void reconnectBelowVideo(const std::vector<zumeta::FileUrl>& urls) { reconnectVideo(Side::below, urls); }
+
+    // Swimmers in the picture. Dormant: nothing finds any.
+    /// A click into a view of this size: selects the person there, or deselects the selected one.
+    void selectPerson(QPointF at, QSizeF in);
 
     // Exporting.
     /// Asks for a place and exports to it. Does nothing but close the sheet while an export runs or a place is being

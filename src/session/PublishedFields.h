@@ -174,6 +174,12 @@ public:
         assign(m_fields.hasInteractedWithStep4ExportControls, value);
     }
     void setShowMissingFileAlert(bool value) { assign(m_fields.showMissingFileAlert, value); }
+    // No surface calls these two yet.
+    void setShowSkeletonOverlay(bool value) { assign(m_fields.showSkeletonOverlay, value); }
+    void setDetectedSkeletons(const std::vector<MotionAnalysisService::Skeleton>& skeletons)
+    {
+        assign(m_fields.detectedSkeletons, skeletons);
+    }
     void setFullScreen(bool value) { assign(m_fields.isFullScreen, value); }
     /// Written into projectState at once, so that a project kept in the same turn is whole.
     void setProjectConfig(const VideoCompositionConfig& config);

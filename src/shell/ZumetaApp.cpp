@@ -19,10 +19,13 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
     , m_languages(m_settings)
     , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
     , m_sleepInhibitor(QDBusConnection::systemBus())
+    , m_desktopMotion(QDBusConnection::sessionBus())
     , m_session(std::make_unique<CompositorViewModel>(environment()))
     , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
           m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
 {
+    const auto followDesktop = [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); };
+    QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(), followDesktop);
     m_surfaces->installOn(m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Zumeta/window/Main.qml")));
 }

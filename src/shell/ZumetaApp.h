@@ -5,6 +5,7 @@
 #include "media/VideoMetadataLoader.h"
 #include "media/playback/AudioThread.h"
 #include "platform/SettingsFile.h"
+#include "platform/portal/DesktopMotion.h"
 #include "platform/sleep/LogindSleepInhibitor.h"
 #include "session/CompositorViewModel.h"
 #include "shell/WindowDialogs.h"
@@ -57,6 +58,7 @@ private:
     VideoMetadataLoader m_metadata;
     ProxyGenerator m_proxies;
     LogindSleepInhibitor m_sleepInhibitor;
+    DesktopMotion m_desktopMotion;
     AudioThread m_audioThread;
     std::unique_ptr<CompositorViewModel> m_session;
     std::unique_ptr<SurfaceContext> m_surfaces;

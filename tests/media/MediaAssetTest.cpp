@@ -230,6 +230,22 @@ TEST(MediaAsset, TakesTheFirstVideoTrackAndNotTheLargest)
     EXPECT_EQ(asset.video->streamIndex, 0);
 }
 
+TEST(MediaAsset, TakesTheFirstSoundTrackAndNotTheFinest)
+{
+    FootageSpec plain = tiny();
+    plain.sound = SoundSpec{22050, 1, {"-c:a", "pcm_s16le"}, 0, 0};
+    plain.extension = "mov";
+    FootageSpec fine = plain;
+    fine.sound = SoundSpec{48000, 2, {"-c:a", "pcm_s16le"}, 0, 0};
+    const auto file =
+        FootageMaker::derive({"-i", FootageMaker::make(plain).string(), "-i", FootageMaker::make(fine).string(), "-map",
+                              "0", "-map", "1:a", "-c", "copy", "-disposition:a:0", "0", "-disposition:a:1", "0"},
+                             "mov");
+    const MediaAsset asset = MediaAsset::load(FileUrl(file));
+    EXPECT_EQ(asset.audio->sampleRate, 22050);
+    EXPECT_EQ(asset.audio->channels, 1);
+}
+
 TEST(MediaAsset, TakesNoAttachedPictureForAVideo)
 {
     FootageSpec cover = tiny();

@@ -49,6 +49,21 @@ TEST_F(ProxyMovies, ShowWhatTheirSourcesShow)
     }
 }
 
+TEST_F(ProxyMovies, HaveTheSizeOfThePreset)
+{
+    FootageSpec spec = clip(x264("keyint=12"), 2);
+    spec.width = 1440;
+    spec.height = 810;
+    const FileUrl source(FootageMaker::make(spec));
+    ProxyGenerator generator(queue, proxies());
+    ProxyConfig config = ProxyConfig::defaultConfig();
+    config.size = 640; // which nothing reads
+    ASSERT_EQ(request(generator, source, {}, config), ProxyOutcome(proxyOf(source)));
+    const MediaAsset proxy = MediaAsset::load(proxyOf(source));
+    EXPECT_EQ(proxy.video->naturalWidth, 1280);
+    EXPECT_EQ(proxy.video->naturalHeight, 720);
+}
+
 TEST_F(ProxyMovies, AreNotMadeOfWhatIsNoVideo)
 {
     ProxyGenerator generator(queue, proxies());

@@ -268,6 +268,15 @@ TEST_F(ProxyServices, MayGoBeforeTheirRequestsBegin)
     EXPECT_THAT(m_maker.requests, IsEmpty());
 }
 
+TEST(ProxyStatuses, AreComparedByCaseAndWhatTheyCarry)
+{
+    EXPECT_EQ(ProxyStatus::generating(0.5), ProxyStatus::generating(0.5));
+    EXPECT_FALSE(ProxyStatus::generating(0.5) == ProxyStatus::generating(0.25));
+    EXPECT_FALSE(ProxyStatus::failed(QStringLiteral("full")) == ProxyStatus::failed(QStringLiteral("gone")));
+    EXPECT_FALSE(ProxyStatus::generating(0) == ProxyStatus());
+    EXPECT_FALSE(ProxyStatus::completed() == ProxyStatus());
+}
+
 TEST(ProxyErrors, HaveTheirTexts)
 {
     EXPECT_EQ(ProxyError::exportSessionCreationFailed().description, QStringLiteral("Failed to create export session"));

@@ -120,6 +120,24 @@ TEST(VideoMetadataLoader, KeepsTheOrderOfFilesOfOneName)
     EXPECT_EQ(loaded(given, load).fileURLs, given);
 }
 
+TEST(VideoMetadataLoader, TakesEveryFileThatItIsGivenWhateverItsExtension)
+{
+    const auto load = world({{"a.mp4", asset(1, 1, 1, {1, 1})}, {"b.webm", asset(1, 1, 1, {2, 1})}});
+    const VideoAsset result = loaded({clip("b.webm"), clip("a.mp4")}, load);
+    EXPECT_EQ(result.fileURLs, (std::vector<FileUrl>{clip("a.mp4"), clip("b.webm")}));
+    EXPECT_EQ(result.duration, 3);
+}
+
+TEST(VideoMetadataLoader, LooksAtEachFileOnce)
+{
+    std::vector<std::string> looked;
+    loaded({clip("b.mp4"), clip("a.mp4")}, [&](const FileUrl& url) {
+        looked.push_back(url.lastPathComponent());
+        return asset(1, 1, 1, {1, 1});
+    });
+    EXPECT_EQ(looked, (std::vector<std::string>{"a.mp4", "b.mp4"}));
+}
+
 TEST(VideoMetadataLoader, CutsFractionsOfASizeAndNeverRoundsThem)
 {
     const VideoAsset result = loaded({clip("a.mp4")}, world({{"a.mp4", asset(1919.9, 1080.5, 30, {1, 1})}}));

@@ -43,7 +43,7 @@ public:
         const auto found = m_files.find(url.path().native());
         if (found == m_files.end())
             co_return MovieError(MovieError::Kind::cannotOpen, "no such file");
-        co_return found->second;
+        co_return AssetOutcome(found->second); // a copy: the coroutine moves out of what it is given by name
     }
 
 private:
@@ -125,6 +125,14 @@ TEST_F(VideoPlayerServiceTest, LoadsTheProxyWhenItIsWantedAndThereIsOne)
     EXPECT_THAT(filesInPlayer(), ElementsAre("/proxy.mp4"));
 }
 
+TEST_F(VideoPlayerServiceTest, LoadsTheProxyInPlaceOfSeveralFilesToo)
+{
+    VideoAsset asset = assetOf({"/a.mp4", "/b.mp4"});
+    asset.proxyURL = FileUrl("/proxy.mp4");
+    load(asset, true);
+    EXPECT_THAT(filesInPlayer(), ElementsAre("/proxy.mp4"));
+}
+
 TEST_F(VideoPlayerServiceTest, LoadsTheSourceWhenTheProxyIsNotWanted)
 {
     VideoAsset asset = assetOf({"/a.mp4"});
@@ -141,6 +149,17 @@ TEST_F(VideoPlayerServiceTest, JoinsChaptersEndToEnd)
     EXPECT_EQ(composition().video()[1].start, (MediaTime{10, 1}));
     EXPECT_THAT(log, Contains(QStringLiteral("📎 Added chapter: b.mp4 (duration: 5s)")));
     EXPECT_THAT(log, Contains(QStringLiteral("📎 Total composition duration: 15s")));
+}
+
+TEST_F(VideoPlayerServiceTest, AChapterWithoutSoundIsNoFailureAndLeavesAGapInIt)
+{
+    assets.add("/silent.mp4", 4, MediaTime{1, 25}, false);
+    load(assetOf({"/a.mp4", "/silent.mp4", "/b.mp4"}));
+    EXPECT_THAT(filesInPlayer(), ElementsAre("/a.mp4", "/silent.mp4", "/b.mp4"));
+    ASSERT_EQ(composition().audio().size(), 2u);
+    EXPECT_EQ(composition().audio()[0].start, MediaTime{});
+    EXPECT_EQ(composition().audio()[1].start, (MediaTime{14, 1}));
+    EXPECT_EQ(service.duration(), 19);
 }
 
 TEST_F(VideoPlayerServiceTest, TheFirstUsableChapterDecidesTheFrameDuration)
@@ -195,6 +214,33 @@ TEST_F(VideoPlayerServiceTest, AFileThatTellsNoFrameDurationGetsAThirtieth)
     EXPECT_EQ(service.loadedFrameDuration(), (MediaTime{1, 30}));
 }
 
+TEST_F(VideoPlayerServiceTest, ARecordingWithoutAPictureGetsAThirtiethToo)
+{
+    load(assetOf({"/a.mp4"}));
+    load(assetOf({"/sound.mp4"}));
+    EXPECT_EQ(service.duration(), 3);
+    EXPECT_EQ(service.loadedFrameDuration(), (MediaTime{1, 30}));
+}
+
+TEST_F(VideoPlayerServiceTest, OfTwoLoadsThatInterleaveTheFirstEndsWithoutEffect)
+{
+    service.load(assetOf({"/a.mp4", "/b.mp4", "/a.mp4"}), true);
+    time.advance(0.15); // the first chapter is there; the last one would come after the second load
+    const VideoAsset second = load(assetOf({"/b.mp4"}));
+    EXPECT_THAT(filesInPlayer(), ElementsAre("/b.mp4"));
+    EXPECT_EQ(service.duration(), 5);
+    EXPECT_EQ(service.currentAssetID(), second.id);
+}
+
+TEST_F(VideoPlayerServiceTest, ALoadDuringWhichItIsResetEndsWithoutEffect)
+{
+    service.load(assetOf({"/a.mp4"}), true);
+    service.reset();
+    time.advance(1);
+    EXPECT_FALSE(player.hasCurrentItem());
+    EXPECT_EQ(service.duration(), 0);
+}
+
 TEST_F(VideoPlayerServiceTest, FollowsThePlayersReports)
 {
     load(assetOf({"/a.mp4"}));
@@ -246,6 +292,16 @@ TEST_F(VideoPlayerServiceTest, SwitchingTheSourceKeepsTimeRateAndTheRestOfTheSta
     EXPECT_EQ(service.duration(), 10);
     EXPECT_EQ(service.loadedFrameDuration(), (MediaTime{1, 60}));
     EXPECT_EQ(player.observers, 1);
+}
+
+TEST_F(VideoPlayerServiceTest, SwitchingTheSourceOfOneThatStandsDoesNotStartIt)
+{
+    load(assetOf({"/a.mp4"}));
+    player.seek({3, 1}, SeekTolerance::zero);
+    service.switchSource(FileUrl("/proxy.mp4"));
+    time.advance(1);
+    EXPECT_EQ(player.rate(), 0);
+    EXPECT_EQ(player.currentTime(), (MediaTime{3, 1}));
 }
 
 TEST_F(VideoPlayerServiceTest, ResetEmptiesThePlayerAndTheState)

@@ -5,6 +5,7 @@
 #include "model/VideoAsset.h"
 #include "model/VideoCompositionConfig.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -60,6 +61,25 @@ TEST(VideoCompositionConfig, TheDefaultIsWhatCreatingOneWithoutArgumentsGives)
     EXPECT_EQ(config, (VideoCompositionConfig{0, 0, 0, 0, 0, 15, 0, 0, false, 0, 0}));
 }
 
+TEST(VideoCompositionConfig, EqualityIsOverEveryField)
+{
+    const VideoCompositionConfig plain;
+    const std::vector<std::function<void(VideoCompositionConfig&)>> changes{
+        [](auto& c) { c.waterlineHeight = 1; },      [](auto& c) { c.aboveZoom = 1; },
+        [](auto& c) { c.aboveOffset = 1; },          [](auto& c) { c.aboveHorizontalOffset = 1; },
+        [](auto& c) { c.timingOffset = 1; },         [](auto& c) { c.blendAmount = 1; },
+        [](auto& c) { c.belowStartTime = 1; },       [](auto& c) { c.aboveStartTime = 1; },
+        [](auto& c) { c.isSynced = true; },          [](auto& c) { c.exportTrimStartSeconds = 1; },
+        [](auto& c) { c.exportTrimEndSeconds = 1; },
+    };
+    for (size_t i = 0; i < changes.size(); ++i) {
+        VideoCompositionConfig changed = plain;
+        changes[i](changed);
+        EXPECT_FALSE(changed == plain) << "field " << i;
+        EXPECT_EQ(VideoCompositionConfig(changed), changed);
+    }
+}
+
 TEST(VideoCompositionConfig, DerivesTheScaleAndTheOffsetInSeconds)
 {
     VideoCompositionConfig config;
@@ -112,6 +132,13 @@ TEST(ExportSettings, HoldTheSameDefaultsInEveryProject)
     EXPECT_EQ(ExportSettings(), (ExportSettings{hd1080, VideoCodec::h264, 0.8}));
 }
 
+TEST(ExportSettings, EqualityIsOverEveryField)
+{
+    EXPECT_FALSE(ExportSettings() == (ExportSettings{uhd4k, VideoCodec::h264, 0.8}));
+    EXPECT_FALSE(ExportSettings() == (ExportSettings{hd1080, VideoCodec::hevc, 0.8}));
+    EXPECT_FALSE(ExportSettings() == (ExportSettings{hd1080, VideoCodec::h264, 0.9}));
+}
+
 TEST(ExportResolutionType, TheTableOfSizesAndRatesStands)
 {
     struct Line {
@@ -134,6 +161,14 @@ TEST(ExportResolutionType, TheTableOfSizesAndRatesStands)
         EXPECT_EQ(facts(line.type).videoBitRate, line.videoBitRate);
         EXPECT_EQ(facts(line.type).estimateRate, line.estimateRate);
     }
+}
+
+TEST(ExportResolutionType, TheOrderIsNotThatOfSize)
+{
+    const std::vector<ExportResolutionType> inOrder{hd720, hd960, hd1080, hd1440, uhd4k};
+    for (size_t i = 0; i < inOrder.size(); ++i)
+        EXPECT_EQ(size_t(inOrder[i]), i);
+    EXPECT_LT(int(VideoCodec::h264), int(VideoCodec::hevc));
 }
 
 TEST(ExportResolutionType, UnknownNamesAreNone)

@@ -276,6 +276,11 @@ TEST(ProjectDecoding, EveryCutOffFileIsRefused)
         ASSERT_TRUE(refusalOf(bytes.left(length)).has_value()) << length;
 }
 
+TEST(ProjectDocument, IsAFileWithItsOwnExtension)
+{
+    EXPECT_STREQ(ProjectDocument::kFileExtension, "zumetaproj");
+}
+
 TEST(ProjectDocument, AbsentContentsAreACorruptFile)
 {
     try {

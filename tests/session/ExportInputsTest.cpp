@@ -37,6 +37,12 @@ TEST_F(ExportInputsOfASession, CarryTheFilesOfBothSidesInTheirOrder)
     EXPECT_THAT(parameters().belowVideoURLs, ElementsAre(FileUrl("/below.mp4")));
 }
 
+TEST_F(ExportInputsOfASession, TakeTheSourcesWhereThereIsAProxyToo)
+{
+    state.belowVideo->proxyURL = FileUrl("/proxies/below.mp4");
+    EXPECT_THAT(parameters().belowVideoURLs, ElementsAre(FileUrl("/below.mp4")));
+}
+
 TEST_F(ExportInputsOfASession, TakeTheLockOfASideBeforeItsStoredStart)
 {
     inputs.manualSyncTime = {7.25, 0.0};

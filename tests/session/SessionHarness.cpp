@@ -115,7 +115,7 @@ Task<ProjectReadOutcome> FakeProjectFiles::read(FileUrl url)
     const auto file = files.find(url.path().native());
     if (file == files.end())
         co_return ProjectFileError(ProjectFileError::Kind::fileNotReadable, {}, "no such file");
-    co_return file->second;
+    co_return ProjectReadOutcome(file->second); // a copy: what is returned by name is moved from
 }
 
 Task<ProjectWriteOutcome> FakeProjectFiles::write(FileUrl url, ProjectState state)

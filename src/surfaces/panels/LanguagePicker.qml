@@ -15,7 +15,8 @@ PressableArea {
     Rectangle {
         anchors.fill: parent
         radius: Theme.radiusChip
-        color: root.hovered || menu.opened ? Theme.surface2 : Theme.surface1
+        color: root.pressed ? Theme.surface2Pressed
+             : root.hovered || menu.opened ? Theme.surface2 : Theme.surface1
         border.width: Theme.strokeEdge
         border.color: Theme.stroke2
 

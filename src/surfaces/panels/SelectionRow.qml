@@ -27,7 +27,8 @@ PressableArea {
         Rectangle {
             anchors.fill: parent
             radius: parent.radius
-            color: root.isSelected ? root.accent.faint : root.hovered ? Theme.stroke1 : "transparent"
+            color: root.pressed ? root.accent.dim : root.isSelected ? root.accent.faint
+                 : root.hovered ? Theme.stroke1 : "transparent"
 
             Behavior on color { ColorAnimation { duration: Motion.colour } }
         }

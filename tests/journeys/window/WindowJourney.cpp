@@ -3,6 +3,8 @@
 
 #include "support/FootageMaker.h"
 
+#include "platform/Log.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTest>
@@ -140,16 +142,18 @@ void WindowJourney::loadVideo(zumeta::Side side)
     spec.side = isAbove ? Side::above : Side::below;
     spec.frames = 90;
     spec.firstNumber = isAbove ? 0 : 1000;
-    const FileUrl file(FootageMaker::make(spec).native());
-    CompositorViewModel& session = app().session();
-    isAbove ? session.loadAboveVideo({file}) : session.loadBelowVideo({file});
-    VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            return (isAbove ? session.aboveVideoURL() : session.belowVideoURL()) && service.player().hasCurrentItem() &&
-                   service.duration() > 0;
-        },
-        15000));
+    loadFiles(side, {FileUrl(FootageMaker::make(spec).native())});
+}
+
+void WindowJourney::loadFiles(zumeta::Side side, const std::vector<FileUrl>& files)
+{
+    const bool isAbove = side == zumeta::Side::above;
+    // The look at the shape is told of in the turn in which a load ends, with a seek to the beginning.
+    const QString lastLine = isAbove ? QStringLiteral("Project Aspect Ratio set") : QStringLiteral("Check vs Project");
+    bool hasEnded = false;
+    const LogCapture capture([&](const QString& line) { hasEnded = hasEnded || line.contains(lastLine); });
+    isAbove ? app().session().loadAboveVideo(files) : app().session().loadBelowVideo(files);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return hasEnded; }, 15000));
 }
 
 void WindowJourney::openStep(int step, QSize size)

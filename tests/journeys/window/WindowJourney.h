@@ -21,6 +21,8 @@ protected:
     /// Loads a made recording of 3 s at 30 frames a second, 16:9 and small, whose frames carry numbers: those of the
     /// above side from 0, those of the below side from 1000. Waits until the load is through.
     void loadVideo(zumeta::Side side);
+    /// Loads these files, the chapters of one recording, and waits until the load is through with all that it does.
+    void loadFiles(zumeta::Side side, const std::vector<FileUrl>& files);
     /// Both videos, locked at a second and picked at the middle, and then this step (1 to 4) with its panel.
     void openStep(int step, QSize size = {1400, 900});
     /// Opens the window at this size. Again after close(): what was stored is there.

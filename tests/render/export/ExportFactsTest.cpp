@@ -172,6 +172,44 @@ TEST(ExportFacts, CallsAMissingVersionUnknown)
               "Zumeta unknown (unknown)");
 }
 
+TEST(ExportFacts, BearsTheMarkWhereItIsWished)
+{
+    ExportEnvironment environment;
+    environment.drawMark = [](int width, int height) {
+        auto mark = std::make_shared<MarkImage>();
+        mark->width = width;
+        mark->height = height;
+        mark->rgba.assign(4 * size_t(width) * size_t(height), 0);
+        for (int y = height - 64; y < height; ++y) {
+            const auto row = mark->rgba.begin() + 4 * (ptrdiff_t(y) * width + width - 64);
+            std::fill(row, row + ptrdiff_t(4) * 64, uint8_t(255));
+        }
+        return mark;
+    };
+    FootageSpec below = film(Side::below, 6);
+    below.scene = Scene::plain;
+    ExportParameters params = compositeOf({FootageMaker::make(film(Side::above, 6))}, {FootageMaker::make(below)});
+    for (const bool isWished : {true, false}) {
+        const TemporaryFolder folder;
+        params.showWatermark = isWished;
+        ASSERT_EQ(runExport(params, folder.file("movie.mp4"), {}, environment).error(), "");
+        const RawPicture last = MovieProbe::frames(folder.file("movie.mp4"), exportedFormat(params)).back();
+        EXPECT_EQ(last.luma(1280 - 32, 720 - 32) > 0.9, isWished);
+        EXPECT_LT(last.luma(1280 - 100, 720 - 100), 0.9);
+    }
+}
+
+TEST(ExportFacts, ExportsWithoutAMarkThatCannotBeDrawn)
+{
+    const TemporaryFolder folder;
+    ExportEnvironment environment;
+    environment.drawMark = [](int, int) { return nullptr; };
+    ExportParameters params =
+        compositeOf({FootageMaker::make(film(Side::above, 6))}, {FootageMaker::make(film(Side::below, 6))});
+    params.showWatermark = true;
+    EXPECT_EQ(runExport(params, folder.file("movie.mp4"), {}, environment).error(), "");
+}
+
 TEST(ExportFacts, HasNoChaptersOfItsOwn)
 {
     const TemporaryFolder folder;

@@ -47,6 +47,19 @@ std::string errorOf(const std::filesystem::path& above, const std::filesystem::p
     return errorOf(compositeOf({above}, {below}));
 }
 
+/// A world in which one file vanishes right after it was looked at.
+ExportEnvironment goneOnceLookedAt(const std::string& name)
+{
+    ExportEnvironment environment;
+    environment.loadAsset = [name](const FileUrl& url, const std::stop_token& stop) {
+        const MediaAsset asset = MediaAsset::load(url, stop);
+        if (url.lastPathComponent() == name)
+            std::filesystem::remove(url.path());
+        return asset;
+    };
+    return environment;
+}
+
 /// Lets root be nobody in particular for a while; anyone else is that already.
 class WithoutPrivileges {
 public:
@@ -326,6 +339,46 @@ TEST(ExportFailure, SourcesThatVanishWhileTheyAreReadDoNotHangOrCrash)
         EXPECT_EQ(MovieProbe::facts(output.file("movie.mp4")).count("video"), 1);
     else
         EXPECT_TRUE(output.names().empty());
+}
+
+TEST(ExportFailure, AVideoThatCannotBeReadAnyMoreDoesNotStart)
+{
+    for (const bool isAbove : {true, false}) {
+        const TemporaryFolder folder;
+        const TemporaryFolder output;
+        std::filesystem::copy_file(good(Side::above), folder.file("passing.mp4"));
+        const ExportParameters params = isAbove ? compositeOf({folder.file("passing.mp4")}, {good(Side::below)})
+                                                : compositeOf({good(Side::below)}, {folder.file("passing.mp4")});
+        const ExportReport report = runExport(params, output.file("movie.mp4"), {}, goneOnceLookedAt("passing.mp4"));
+        EXPECT_EQ(report.error(), "Asset writer failed: Failed to start reading") << isAbove;
+        EXPECT_TRUE(output.names().empty());
+    }
+}
+
+TEST(ExportFailure, SoundThatCannotBeReadAnyMoreDoesNotStart)
+{
+    // The picture starts in the first chapter, the sound in the second.
+    const TemporaryFolder folder;
+    const TemporaryFolder output;
+    FootageSpec sounding = film(Side::above);
+    sounding.sound = SoundSpec{};
+    std::filesystem::copy_file(FootageMaker::make(sounding), folder.file("passing.mp4"));
+    const ExportParameters params =
+        compositeOf({good(Side::above), folder.file("passing.mp4")}, {FootageMaker::make(film(Side::below, 60))});
+    const ExportReport report = runExport(params, output.file("movie.mp4"), {}, goneOnceLookedAt("passing.mp4"));
+    EXPECT_EQ(report.error(), "Asset writer failed: Failed to start audio reading");
+    EXPECT_TRUE(output.names().empty());
+}
+
+TEST(ExportFailure, AnEncoderThatDoesNotStartSaysSo)
+{
+    const TemporaryFolder folder;
+    ExportEnvironment environment;
+    environment.encoderPreset = "no such preset";
+    const ExportReport report =
+        runExport(compositeOf({good(Side::above)}, {good(Side::below)}), folder.file("movie.mp4"), {}, environment);
+    EXPECT_THAT(report.error(), testing::StartsWith("Asset writer failed: starting the H.264 encoder"));
+    EXPECT_TRUE(folder.names().empty());
 }
 
 TEST(ExportFailure, AChapterThatIsNoVideoIsLeftOut)

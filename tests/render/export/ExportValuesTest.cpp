@@ -174,6 +174,17 @@ TEST(StorageRequirement, TakesAQuarterWhenThatIsMore)
     EXPECT_FALSE(requirement.isMet());
 }
 
+TEST(StorageRequirement, RoundsTheEstimateUpAndTheMarginDownToAWholeByte)
+{
+    const FixedVolume volume({int64_t(0), std::nullopt});
+    const auto of = [&](double seconds) {
+        return storageRequirement(seconds, ExportResolutionType::hd1080, FileUrl("/nowhere/movie.mp4"), volume);
+    };
+    EXPECT_EQ(of(0.001).estimatedBytes, 1986); // of 1985.55
+    EXPECT_EQ(of(1000.001).estimatedBytes, 1'985'551'986);
+    EXPECT_EQ(of(1000.001).requiredBytes, INT64_C(1'985'551'986) + 496'387'996);
+}
+
 TEST(StorageRequirement, OfNoTimeIsTheMarginAlone)
 {
     const FixedVolume volume({int64_t(0), std::nullopt});
