@@ -3,6 +3,8 @@
 
 #include "support/FootageMaker.h"
 
+#include "platform/Log.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTest>
@@ -140,10 +142,15 @@ void WindowJourney::loadVideo(zumeta::Side side)
     spec.side = isAbove ? Side::above : Side::below;
     spec.frames = 90;
     spec.firstNumber = isAbove ? 0 : 1000;
-    load(side, FootageMaker::make(spec));
+    loadFiles(side, {FileUrl(FootageMaker::make(spec).native())});
 }
 
 void WindowJourney::load(zumeta::Side side, const std::filesystem::path& file)
+{
+    loadFiles(side, {FileUrl(file.native())});
+}
+
+void WindowJourney::loadFiles(zumeta::Side side, const std::vector<FileUrl>& files)
 {
     const bool isAbove = side == zumeta::Side::above;
     CompositorViewModel& session = app().session();
@@ -154,12 +161,11 @@ void WindowJourney::load(zumeta::Side side, const std::filesystem::path& file)
     VideoCompositionConfig config = session.projectConfig();
     config.*startTime = 1;
     session.setProjectConfig(config);
-    const FileUrl url(file.native());
-    isAbove ? session.loadAboveVideo({url}) : session.loadBelowVideo({url});
+    isAbove ? session.loadAboveVideo(files) : session.loadBelowVideo(files);
     VideoPlayerService& service = isAbove ? session.abovePlayerService() : session.belowPlayerService();
     ASSERT_TRUE(QTest::qWaitFor(
         [&] {
-            const bool isShown = session.currentVideoURL() == url;
+            const bool isShown = session.currentVideoURL() == files.front();
             return session.projectConfig().*startTime == 0 && service.player().hasCurrentItem() &&
                    (isShown ? session.duration() : service.duration()) > 0;
         },

@@ -23,6 +23,8 @@ protected:
     void loadVideo(zumeta::Side side);
     /// The same with a file of the test's own.
     void load(zumeta::Side side, const std::filesystem::path& file);
+    /// Loads these files, the chapters of one recording, and waits until the load is through with all that it does.
+    void loadFiles(zumeta::Side side, const std::vector<FileUrl>& files);
     /// Both videos, locked at a second and picked at the middle, and then this step (1 to 4) with its panel.
     void openStep(int step, QSize size = {1400, 900});
     /// Opens the window at this size. Again after close(): what was stored is there.
