@@ -34,7 +34,7 @@ protected:
         auto dragged = std::make_unique<QMimeData>();
         dragged->setUrls(m_urls);
         auto drag = std::make_unique<QDrag>(this);
-        drag->setMimeData(dragged.release()); // the drag owns it
+        drag->setMimeData(dragged.release());                               // the drag owns it
         const Qt::DropAction action = drag.release()->exec(Qt::CopyAction); // it deletes itself
         // Whoever took the files may still ask for them.
         QTimer::singleShot(500, this, [this] { m_isDragging = false; });
