@@ -3,6 +3,7 @@
 
 #include <QTimer>
 #include <cmath>
+#include <memory>
 
 namespace zumeta {
 
@@ -15,7 +16,15 @@ void EventLoopQueue::postAfter(double seconds, Work work)
 {
     // Rounded up, because the work must not come early; precise, because coarse timers may be late by a twentieth.
     const auto delay = std::chrono::milliseconds(std::lround(std::ceil(seconds * 1000)));
-    QTimer::singleShot(delay, Qt::PreciseTimer, &m_context, std::move(work));
+    // A single shot of Qt's own would outlive the queue, and with it what the work holds.
+    QTimer* const timer = std::make_unique<QTimer>(&m_context).release(); // the context owns it
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, &m_context, [timer, work = std::move(work)] {
+        timer->deleteLater();
+        work();
+    });
+    timer->start(delay);
 }
 
 }

@@ -46,12 +46,12 @@ private:
 
     WrapPlayer m_wrapPlayer;
     MonotonicClock m_monotonic;
+    OpenFileAccess m_fileAccess; // before the queue, whose work may still hold a file when it goes
     EventLoopQueue m_queue;
     PlaybackClock m_clock{m_monotonic, m_queue};
     NotificationCenter m_notifications;
     SettingsFile m_settings;
     LanguageManager m_languages;
-    OpenFileAccess m_fileAccess;
     ThreadedBookmarks m_bookmarks;
     ThreadedProjectFiles m_projectFiles;
     AlertQueue m_alerts{nullptr};

@@ -65,6 +65,18 @@ TEST(MainQueue, DropsWhatIsStillWaitingWhenItGoes)
     EXPECT_FALSE(ran);
 }
 
+TEST(MainQueue, LetsGoOfWhatWaitingWorkHoldsWhenItGoes)
+{
+    const auto held = std::make_shared<int>();
+    {
+        EventLoopQueue queue;
+        queue.post([held] {});
+        queue.postAfter(100, [held] {});
+        EXPECT_EQ(held.use_count(), 3);
+    }
+    EXPECT_EQ(held.use_count(), 1);
+}
+
 TEST(NotificationCenter, CallsTheObserversOfANameBeforeItReturns)
 {
     NotificationCenter center;

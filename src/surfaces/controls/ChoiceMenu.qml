@@ -22,7 +22,7 @@ ModalPopup {
     padding: 6
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-    onOpened: list.current = Math.max(chosen, 0)
+    onAboutToShow: list.current = Math.max(chosen, 0) // before the first key that a quick hand presses
 
     enter: Transition { NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.colour } }
     exit: Transition { NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Motion.colour } }

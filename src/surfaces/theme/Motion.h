@@ -15,15 +15,15 @@ class Motion final : public QObject {
     QML_ELEMENT
     QML_SINGLETON
     // Durations in milliseconds; all are 0 where motion is not wanted, save the pulse's, which does not run then.
-    Q_PROPERTY(int tap READ tap NOTIFY changed FINAL)         ///< a button that shrinks under the press
-    Q_PROPERTY(int colour READ colour NOTIFY changed FINAL)   ///< of what is hovered or focused
+    Q_PROPERTY(int tap READ tap NOTIFY changed FINAL)           ///< a button that shrinks under the press
+    Q_PROPERTY(int colour READ colour NOTIFY changed FINAL)     ///< of what is hovered or focused
     Q_PROPERTY(int progress READ progress NOTIFY changed FINAL) ///< a ring that follows what it tells of
-    Q_PROPERTY(int guide READ guide NOTIFY changed FINAL)     ///< the vertical guide line
-    Q_PROPERTY(int thumb READ thumb NOTIFY changed FINAL)     ///< a thumb that grows; the waterline indicator
-    Q_PROPERTY(int smooth READ smooth NOTIFY changed FINAL)   ///< what opens and closes
-    Q_PROPERTY(int step READ step NOTIFY changed FINAL)       ///< from one step to the next
-    Q_PROPERTY(int pop READ pop NOTIFY changed FINAL)         ///< the button to the next step
-    Q_PROPERTY(int stagger READ stagger NOTIFY changed FINAL) ///< between one row that appears and the next
+    Q_PROPERTY(int guide READ guide NOTIFY changed FINAL)       ///< the vertical guide line
+    Q_PROPERTY(int thumb READ thumb NOTIFY changed FINAL)       ///< a thumb that grows; the waterline indicator
+    Q_PROPERTY(int smooth READ smooth NOTIFY changed FINAL)     ///< what opens and closes
+    Q_PROPERTY(int step READ step NOTIFY changed FINAL)         ///< from one step to the next
+    Q_PROPERTY(int pop READ pop NOTIFY changed FINAL)           ///< the button to the next step
+    Q_PROPERTY(int stagger READ stagger NOTIFY changed FINAL)   ///< between one row that appears and the next
     Q_PROPERTY(int pulse READ pulse CONSTANT FINAL)
     /// Whether what decorates may move for ever. It rests a while after the user's last input and while the window is
     /// not the active one, because a screen at rest shall cost nothing.

@@ -13,8 +13,6 @@ using testing::IsEmpty;
 constexpr QSize kWide{1400, 900};
 constexpr QSize kNarrow{1024, 680};
 
-
-
 struct Look {
     QSize size;
     AppLanguage language;

@@ -217,9 +217,8 @@ TEST_F(ExportSurfaces, CoverThePictureAndItsTimelineAndInFullScreenAllOfTheWindo
     // Not the menu bar and not the panel.
     EXPECT_EQ(overlay->mapRectToScene(QRectF(QPointF(), overlay->size())), QRectF(0, 30, 1010, 870));
     session().setFullScreen(true);
-    EXPECT_TRUE(waitFor([&] {
-        return overlay->mapRectToScene(QRectF(QPointF(), overlay->size())) == QRectF(0, 0, 1400, 900);
-    }));
+    EXPECT_TRUE(waitFor(
+        [&] { return overlay->mapRectToScene(QRectF(QPointF(), overlay->size())) == QRectF(0, 0, 1400, 900); }));
     session().cancelExport();
 }
 
@@ -260,7 +259,9 @@ struct MissingVideos : ExportSurfaces {
         std::filesystem::copy_file(FootageMaker::make(spec), folder.file(name));
         // Its bytes are its own, in the mebibyte by which files are known: a copy, wherever another run has left it,
         // would be found in its stead.
-        const QByteArray space = QByteArrayLiteral("\0\0\0\x18" "free") + QUuid::createUuid().toRfc4122();
+        const QByteArray space = QByteArrayLiteral("\0\0\0\x18"
+                                                   "free") +
+                                 QUuid::createUuid().toRfc4122();
         std::ofstream(folder.file(name), std::ios::app | std::ios::binary).write(space.data(), space.size());
         EXPECT_LT(std::filesystem::file_size(folder.file(name)), 1'000'000U);
         return folder.file(name);

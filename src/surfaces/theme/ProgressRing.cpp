@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "surfaces/controls/ProgressRing.h"
+#include "surfaces/theme/ProgressRing.h"
 
 #include <QPainter>
 #include <QPen>
