@@ -9,6 +9,7 @@ T.Popup {
 
     required property int kind // of ModalState
     property bool isEntered: false
+    property Item lender: null // had the focus before, and is given it back
 
     function report(isThere: bool) {
         if (isThere === isEntered)
@@ -17,6 +18,16 @@ T.Popup {
         isThere ? ModalState.enter(kind) : ModalState.leave(kind);
     }
 
+    /// Unless something else has taken it by now.
+    function giveFocusBack() {
+        const holder = parent ? parent.Window.activeFocusItem : null;
+        if (lender && lender.visible && (!holder || holder === parent.Window.contentItem))
+            lender.forceActiveFocus(Qt.PopupFocusReason);
+        lender = null;
+    }
+
+    onAboutToShow: lender = parent ? parent.Window.activeFocusItem : null
+    onClosed: giveFocusBack()
     onVisibleChanged: report(visible)
     Component.onDestruction: report(false)
 }
