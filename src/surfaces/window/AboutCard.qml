@@ -8,9 +8,10 @@ ModalCard {
 
     kind: ModalState.Sheet
     visible: MenuModel.isAboutShown
-    height: column.implicitHeight + 2 * padding
+    height: 2 * Math.ceil(column.implicitHeight / 2) + 2 * padding // even: centred on whole pixels
 
     contentItem: FocusScope {
+        objectName: "aboutCard"
         focus: true
         Keys.onEscapePressed: MenuModel.closeAbout()
 

@@ -36,6 +36,7 @@ Rectangle {
 
         anchors.verticalCenter: parent.verticalCenter
         x: 36
+        spacing: 2
 
         Repeater {
             id: titleItems

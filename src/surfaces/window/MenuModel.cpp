@@ -119,7 +119,8 @@ void MenuModel::hoverTitle(int menu)
 void MenuModel::openFirstMenu()
 {
     open(0);
-    moveToFirstRow();
+    if (isOpen())
+        moveToFirstRow();
 }
 
 void MenuModel::moveToMenu(int direction)
@@ -133,6 +134,8 @@ void MenuModel::moveToMenu(int direction)
 
 void MenuModel::open(int menu)
 {
+    if (!m_context.modality().enablesMenuItems())
+        return;
     // Once a menu is open, it has the focus and not the field.
     if (!isOpen())
         m_edited = EditedField(QGuiApplication::focusObject());
@@ -141,6 +144,7 @@ void MenuModel::open(int menu)
     m_lines = lines();
     endResetModel();
     setCurrentRow(-1);
+    m_pointer.reset();
     m_openMenu = menu;
     Q_EMIT openMenuChanged();
 }
@@ -151,7 +155,20 @@ void MenuModel::close()
         Q_EMIT openMenuChanged();
 }
 
-void MenuModel::hoverRow(int row)
+void MenuModel::hoverRow(int row, QPointF place)
+{
+    const std::optional<QPointF> before = std::exchange(m_pointer, place);
+    if (before && *before != place)
+        chooseIfItActs(row);
+}
+
+void MenuModel::leaveRow(int row)
+{
+    if (row == m_currentRow)
+        setCurrentRow(-1);
+}
+
+void MenuModel::chooseIfItActs(int row)
 {
     const bool canBeChosen = row >= 0 && row < rowCount() && m_lines[size_t(row)] == MenuLine::enabled;
     setCurrentRow(canBeChosen ? row : -1);
@@ -229,7 +246,7 @@ void MenuModel::refresh()
     if (std::vector<MenuLine> now = lines(); now != m_lines) {
         m_lines = std::move(now);
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {IsEnabledRole});
-        hoverRow(m_currentRow);
+        chooseIfItActs(m_currentRow);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "surfaces/window/EditedField.h"
 
 #include <QAbstractListModel>
+#include <QPointF>
 #include <qqmlregistration.h>
 
 class QJSEngine;
@@ -55,7 +56,9 @@ public:
     Q_INVOKABLE void close();
 
     // The open menu.
-    Q_INVOKABLE void hoverRow(int row);
+    /// The pointer moves over a line, at this place of the window. One that rests where a menu opens chooses nothing.
+    Q_INVOKABLE void hoverRow(int row, QPointF place);
+    Q_INVOKABLE void leaveRow(int row);
     Q_INVOKABLE void moveToRow(int direction);
     void moveToFirstRow();
     void moveToLastRow();
@@ -77,6 +80,7 @@ Q_SIGNALS:
 private:
     void open(int menu);
     void setCurrentRow(int row);
+    void chooseIfItActs(int row);
     /// Follows what happens behind the open menu.
     void refresh();
     MenuFacts facts() const;
@@ -90,7 +94,8 @@ private:
     int m_openMenu = -1;
     int m_shownMenu = 0; ///< the one that is open, or was open last
     int m_currentRow = -1;
-    std::vector<MenuLine> m_lines; ///< of the shown menu, as they were told
+    std::optional<QPointF> m_pointer; ///< over the open menu
+    std::vector<MenuLine> m_lines;    ///< of the shown menu, as they were told
     EditedField m_edited;
     bool m_isAboutShown = false;
 };

@@ -14,7 +14,7 @@ Item {
     readonly property bool isCurrent: index === MenuModel.currentRow
 
     objectName: "menuItem" + index
-    implicitWidth: isDivider ? 0 : Math.max(200, label.implicitWidth + key.implicitWidth + (shortcut ? 52 : 20))
+    implicitWidth: isDivider ? 0 : Math.max(200, label.implicitWidth + key.implicitWidth + (shortcut ? 60 : 20))
     implicitHeight: isDivider ? 13 : 30
     Accessible.role: isDivider ? Accessible.Separator : Accessible.MenuItem
     Accessible.name: label.text
@@ -55,8 +55,8 @@ Item {
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true
-        onEntered: MenuModel.hoverRow(root.index)
-        onExited: MenuModel.hoverRow(-1)
+        onPositionChanged: mouse => MenuModel.hoverRow(root.index, mapToItem(null, mouse.x, mouse.y))
+        onExited: MenuModel.leaveRow(root.index)
         onClicked: MenuModel.triggerRow(root.index)
     }
 }
