@@ -190,6 +190,16 @@ TEST_F(CompositeTransport, StepFourRunsAtTheNormalRate)
     EXPECT_EQ(above().rate(), 1);
 }
 
+TEST_F(CompositeTransport, TheSlowSwitchLeavesTheRateOfTheKeysInStepFour)
+{
+    session->setCurrentStep(WorkflowStep::step4);
+    session->play();
+    session->adjustPlaybackRate(true);
+    session->toggleStep3SlowPlayback();
+    EXPECT_EQ(above().rate(), 2);
+    EXPECT_EQ(below().rate(), 2);
+}
+
 TEST_F(CompositeTransport, RateKeysDriveBothSidesFromTheBelowOnesRate)
 {
     session->seek(20, true);

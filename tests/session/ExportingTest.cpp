@@ -153,6 +153,8 @@ TEST_F(Exporting, StopsWithoutAWordWhenAVideoIsMissing)
     EXPECT_FALSE(session->exportNotification());
     EXPECT_EQ(session->syncStatusMessage().value_or(QString()), before);
     EXPECT_THAT(dialogs.alerts, IsEmpty());
+    session->cancelExport();
+    EXPECT_TRUE(exporter().isCancelled()) << "it is the session's until the next one comes";
 }
 
 TEST_F(Exporting, AUrlWithoutItsRecordStopsWithoutAWord)

@@ -217,6 +217,19 @@ TEST_F(Markers, EndWithTheProject)
     EXPECT_EQ(session->selectedTrimMarker(), std::nullopt);
 }
 
+struct PlayheadBeyondTheEnd : SessionTest {};
+
+TEST_F(PlayheadBeyondTheEnd, AddsItsMarkerAtTheEnd)
+{
+    loadBoth({.duration = 30}, {.duration = 60});
+    session->setCurrentStep(WorkflowStep::step2);
+    session->seek(50, true);
+    session->setCurrentStep(WorkflowStep::step1);
+    ASSERT_GT(session->currentTime(), session->duration());
+    session->addTrimMarkerAtCurrentTime();
+    EXPECT_THAT(session->trimMarkers(), ElementsAre(30));
+}
+
 struct Navigation : StepFour {};
 
 TEST_F(Navigation, WithoutMarkersAndTrimsJumpsBetweenTheEndsOfTheTimeline)

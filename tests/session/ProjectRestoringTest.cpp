@@ -110,6 +110,16 @@ TEST_F(ProjectRestoring, AMissingBelowVideoOfAnUnsyncedProjectLeavesStepOne)
     EXPECT_TRUE(hasLogged(QStringLiteral("❌ Failed to resolve bookmark for Below Video")));
 }
 
+TEST_F(ProjectRestoring, AMissingAboveVideoOfAnUnsyncedProjectOpensInStepTwo)
+{
+    bookmarks.gone = {"/above.mp4"};
+    ProjectState state = project();
+    state.projectConfig.isSynced = false;
+    open(state);
+    EXPECT_TRUE(session->isAboveMissing());
+    EXPECT_EQ(session->currentStep(), WorkflowStep::step2);
+}
+
 TEST_F(ProjectRestoring, AnEmptyListOfBookmarksFallsBackToTheSingleOne)
 {
     ProjectState state = project();

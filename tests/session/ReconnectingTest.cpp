@@ -48,6 +48,17 @@ TEST_F(Reconnecting, KeepsWhatWasAdjustedWhileTheVideoWasMissing)
     EXPECT_EQ(session->currentStep(), WorkflowStep::step3);
 }
 
+TEST_F(Reconnecting, KeepsTheBasesWhateverStepsAreTakenMeanwhile)
+{
+    openWithout({"/above.mp4"});
+    session->reconnectAboveVideo({replacement});
+    session->setCurrentStep(WorkflowStep::step2);
+    session->setCurrentStep(WorkflowStep::step3);
+    ASSERT_EQ(session->relativeWaterlineHeight(), 0);
+    advance(5);
+    EXPECT_EQ(session->relativeWaterlineHeight(), 10);
+}
+
 TEST_F(Reconnecting, OneSideLeavesTheDialogWhileTheOtherIsMissing)
 {
     openWithout({"/above.mp4", "/below.mp4"});

@@ -61,7 +61,9 @@ TEST_F(Resets, ClearingASideLeavesTheOtherAndTheConfig)
 
 TEST_F(Resets, ClearingTheBelowSideMirrorsTheAboveOne)
 {
+    ASSERT_EQ(session->currentTime(), 10);
     session->clearBelowVideo();
+    EXPECT_EQ(session->currentTime(), 0);
     EXPECT_EQ(session->belowVideoURL(), std::nullopt);
     EXPECT_EQ(session->projectState().belowVideo, std::nullopt);
     EXPECT_EQ(session->manualSyncTimeBelow(), std::nullopt);

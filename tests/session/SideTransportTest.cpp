@@ -309,10 +309,13 @@ TEST_F(SideTransport, PlayGoesBackToTheNormalRate)
 TEST_F(SideTransport, TheTimingOffsetSeeksTheStepsVideo)
 {
     session->seek(5, true);
+    above().seeks.clear();
     below().seeks.clear();
     session->setTimingOffset(20);
     EXPECT_EQ(session->projectConfig().timingOffset, 20);
-    EXPECT_EQ(above().seeks.back().target.seconds(), 5);
+    ASSERT_THAT(above().seeks, SizeIs(1));
+    EXPECT_EQ(above().seeks[0].target.seconds(), 5);
+    EXPECT_EQ(above().seeks[0].tolerance, SeekTolerance::zero);
     EXPECT_THAT(below().seeks, IsEmpty());
 }
 

@@ -310,6 +310,7 @@ TEST_F(StepChange, FromAnotherStepToFourKeepsTheTrimsAndGoesToTheirStart)
         session->setCurrentStep(from);
         session->setCurrentStep(kStep4);
         expectTrims(2.5, 3);
+        EXPECT_EQ(session->duration(), 30);
         EXPECT_EQ(session->currentTime(), 2.5);
         EXPECT_EQ(above().secondsNow(), 8.5);
         EXPECT_EQ(above().seeks.back().tolerance, SeekTolerance::zero);

@@ -160,6 +160,19 @@ TEST_F(Supersession, ARefusedVideoEndsTheLoadBeforeItAllTheSame)
     EXPECT_EQ(session->projectState().aboveVideo, std::nullopt);
 }
 
+TEST_F(Supersession, ADeclinedVideoEndsTheLoadBeforeItAllTheSame)
+{
+    loadBelow("/below.mp4", {.frameDuration = {1, 25}});
+    dialogs.answer = 1;
+    session->loadAboveVideo({media.add("/first.mp4", {.frameDuration = {1, 25}, .metadataDelay = 2})});
+    advance(1);
+    session->loadAboveVideo({media.add("/declined.mp4", {.frameDuration = {1, 30}})});
+    advance(10);
+    EXPECT_THAT(dialogs.alerts, testing::SizeIs(1));
+    EXPECT_EQ(session->aboveVideoURL(), FileUrl("/first.mp4"));
+    EXPECT_EQ(session->projectState().aboveVideo, std::nullopt);
+}
+
 TEST_F(Supersession, LoadsOfTheTwoSidesGoOnBesideEachOther)
 {
     for (double moment = 0; moment < 0.5; moment += kGrain) {

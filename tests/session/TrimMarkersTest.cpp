@@ -175,8 +175,10 @@ TEST(StopBeyond, OfASelectionThatIsNoStopIsSeenFromThePlayhead)
 TEST(StopBeyond, OfASelectionThatIsNoStopPassesTheStopAtThePlayhead)
 {
     const TrimMarkers markers{{1, 3, 5}, 1};
-    EXPECT_EQ(markers.stopBeyond(3, kRange, 1), 5);
-    EXPECT_EQ(markers.stopBeyond(3, kRange, -1), 2);
+    for (const double playhead : {2.97, 3.0, 3.03}) {
+        EXPECT_EQ(markers.stopBeyond(playhead, kRange, 1), 5) << playhead;
+        EXPECT_EQ(markers.stopBeyond(playhead, kRange, -1), 2) << playhead;
+    }
 }
 
 TEST(StopBeyond, FromOutsideTheRangeWrapsAroundToo)
