@@ -8,7 +8,9 @@ StepperSliderRow {
 
     property int order: 0
 
-    transform: Translate { id: rise }
+    property real distance: 0
+
+    transform: Translate { y: Math.round(root.distance) } // letters between two pixels are drawn otherwise
 
     SequentialAnimation {
         running: true
@@ -17,7 +19,7 @@ StepperSliderRow {
         PauseAnimation { duration: root.order * Motion.stagger }
         ParallelAnimation {
             NumberAnimation { target: root; property: "opacity"; to: 1; duration: Motion.smooth; easing.type: Easing.OutCubic }
-            NumberAnimation { target: rise; property: "y"; from: 6; to: 0; duration: Motion.smooth; easing.type: Easing.OutCubic }
+            NumberAnimation { target: root; property: "distance"; from: 6; to: 0; duration: Motion.smooth; easing.type: Easing.OutCubic }
         }
     }
 }

@@ -8,6 +8,7 @@ ColumnLayout {
     id: root
 
     required property Accent accent
+    property real distance: 24
     readonly property bool isAtRest: !arrival.running
 
     /// This part of it, which has just come, is worth seeing.
@@ -15,14 +16,15 @@ ColumnLayout {
 
     objectName: "stepView"
     spacing: 0
-    transform: Translate { id: slide }
+    // In whole pixels: letters between two of them are drawn otherwise.
+    transform: Translate { x: Math.round(root.distance) }
 
     ParallelAnimation {
         id: arrival
 
         running: true
 
-        NumberAnimation { target: slide; property: "x"; from: 24; to: 0; duration: Motion.step; easing.type: Easing.InOutCubic }
+        NumberAnimation { target: root; property: "distance"; from: 24; to: 0; duration: Motion.step; easing.type: Easing.InOutCubic }
         NumberAnimation { target: root; property: "opacity"; from: 0; to: 1; duration: Motion.step; easing.type: Easing.InOutCubic }
     }
 }
