@@ -6,24 +6,24 @@ import Zumeta
 Item {
     id: root
 
-    required property TextInput field
-    required property color color
+    readonly property TextInput field: parent as TextInput
+    readonly property bool isShown: field !== null && field.cursorVisible && !field.selectedText
     property bool isLit: true
 
-    visible: field.cursorVisible && !field.selectedText && (isLit || !blinking.running)
+    visible: isShown && (isLit || !blinking.running)
 
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         x: 1 // clear of the digit before it
         width: 2
         height: 17
-        color: root.color
+        color: root.field ? Qt.alpha(root.field.selectionColor, 1) : "transparent" // the accent itself
     }
     Timer {
         id: blinking
 
-        interval: Qt.styleHints.cursorFlashTime / 2
-        running: root.field.cursorVisible && interval > 0 && Motion.pulses
+        interval: 500
+        running: root.isShown && Motion.pulses
         repeat: true
         onTriggered: root.isLit = !root.isLit
     }

@@ -28,10 +28,7 @@ T.TextField {
     inputMethodHints: Qt.ImhPreferNumbers | Qt.ImhNoPredictiveText
     hoverEnabled: true
     clip: true
-    cursorDelegate: FieldCaret {
-        field: root
-        color: root.accent.base
-    }
+    cursorDelegate: FieldCaret {}
     background: Rectangle {
         radius: Theme.radiusField
         color: root.activeFocus ? Theme.fieldFocused : Theme.field
