@@ -46,8 +46,7 @@ SurfaceValues PreviewModel::surfaceValues() const
 
 Player* PreviewModel::player(Side side) const
 {
-    Player& player =
-        (side == Side::above ? m_session.abovePlayerService() : m_session.belowPlayerService()).player();
+    Player& player = (side == Side::above ? m_session.abovePlayerService() : m_session.belowPlayerService()).player();
     return player.hasCurrentItem() ? &player : nullptr;
 }
 
@@ -107,8 +106,8 @@ PreviewModel::Shown PreviewModel::look() const
         .showSkeletonOverlay = m_session.showSkeletonOverlay(),
         .isAdjustingWaterline = m_session.isAdjustingWaterline(),
     });
-    const bool isLocked = verticalGuideLineLocked(
-        shown.step, {m_session.manualSyncTimeAbove(), m_session.manualSyncTimeBelow()});
+    const bool isLocked =
+        verticalGuideLineLocked(shown.step, {m_session.manualSyncTimeAbove(), m_session.manualSyncTimeBelow()});
     shown.guide = verticalGuideLook(m_session.isTimelineSliderDragging(), isLocked);
     shown.isPickOpen = m_session.alignmentState() != PublishedFields::AlignmentState::none;
     shown.hasTapGuide = m_session.showTapAreaHighlight();

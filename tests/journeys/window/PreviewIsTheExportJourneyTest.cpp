@@ -78,7 +78,8 @@ struct PreviewOfTheSession : WindowJourney {
         session().setSelectedCamera(i % 2 == 0 ? CameraType::gopro : CameraType::insta360);
         config.aboveZoom = within(-15, 60);
         // Both sides are seen.
-        config.waterlineHeight = within(60, 540) / (1 + (config.aboveZoom + baseZoom(session().selectedCamera())) / 100);
+        config.waterlineHeight =
+            within(60, 540) / (1 + (config.aboveZoom + baseZoom(session().selectedCamera())) / 100);
         config.aboveOffset = within(-150, 150);
         config.aboveHorizontalOffset = within(-200, 200);
         config.blendAmount = i % 5 == 0 ? 0 : within(1, 120);
@@ -89,10 +90,12 @@ struct PreviewOfTheSession : WindowJourney {
     /// The frame that an export of this size would encode, as a screen shows it.
     QImage exported(ExportResolutionType resolution)
     {
-        const std::optional<ExportParameters> params = exportParameters(
-            {session().projectState(), session().projectConfig(),
-             {session().manualSyncTimeAbove(), session().manualSyncTimeBelow()}, resolution,
-             session().selectedCamera()});
+        const std::optional<ExportParameters> params =
+            exportParameters({session().projectState(),
+                              session().projectConfig(),
+                              {session().manualSyncTimeAbove(), session().manualSyncTimeBelow()},
+                              resolution,
+                              session().selectedCamera()});
         const CompositeLayout layout = exportLayout(params.value()).value();
         const WritablePicture frame = WritablePicture::allocate(int(layout.picture.width), int(layout.picture.height));
         FrameCompositor(layout, CompositorOptions{.threads = 2, .mark = {}}).compose(*below, &*above, frame);
@@ -100,8 +103,8 @@ struct PreviewOfTheSession : WindowJourney {
         ScreenPicturePool pool;
         const ScreenPicture picture = pool.take(frame.width, frame.height);
         ScreenConversion().convert(frame, picture, workers);
-        return QImage(reinterpret_cast<const uchar*>(picture.row(0)), picture.width, picture.height,
-                      picture.width * 4, QImage::Format_RGB32)
+        return QImage(reinterpret_cast<const uchar*>(picture.row(0)), picture.width, picture.height, picture.width * 4,
+                      QImage::Format_RGB32)
             .copy();
     }
     /// A window with nothing but the preview, as large as the export.
