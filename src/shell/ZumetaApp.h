@@ -42,12 +42,12 @@ private:
 
     WrapPlayer m_wrapPlayer;
     MonotonicClock m_monotonic;
+    OpenFileAccess m_fileAccess; ///< before the queue: work that never ran lets go of files when it goes
     EventLoopQueue m_queue;
     PlaybackClock m_clock{m_monotonic, m_queue};
     NotificationCenter m_notifications;
     SettingsFile m_settings;
     LanguageManager m_languages;
-    OpenFileAccess m_fileAccess;
     ThreadedBookmarks m_bookmarks;
     ThreadedProjectFiles m_projectFiles;
     AlertQueue m_alerts{nullptr};
