@@ -352,6 +352,7 @@ TEST_F(PreviewJourney, WarnsOfAFileThatIsNoVideo)
     drop({file});
     ASSERT_TRUE(waitFor([&] { return session().aboveVideoURL().has_value(); }));
     QTest::qWait(300);
+    movePointer(kNowhere + QPoint(0, 9)); // from where the pointer of an earlier test stood
     movePointer(kNowhere);
     expectPicture("file-unreadable", item("aboveFile"));
 }
