@@ -29,7 +29,7 @@ struct ExportScene : WindowJourney {
     LanguageManager languages{defaults, [] { return QStringList{QStringLiteral("en")}; }};
     AlertQueue alerts{nullptr};
     ModalState modality{nullptr};
-    WindowDialogs windowDialogs{alerts, modality};
+    WindowDialogs windowDialogs{alerts, modality, defaults, languages};
     std::unique_ptr<SurfaceContext> surfaces;
     std::unique_ptr<QQmlApplicationEngine> engine;
 };
