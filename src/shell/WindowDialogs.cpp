@@ -70,6 +70,14 @@ bool somethingExistsAt(const FileUrl& url)
 
 }
 
+WindowDialogs::~WindowDialogs()
+{
+    for (const QPointer<QFileDialog>& dialog : m_open) {
+        if (dialog)
+            dialog->hide();
+    }
+}
+
 Task<int> WindowDialogs::showAlert(Alert alert)
 {
     return m_alerts.ask(std::move(alert));
@@ -83,8 +91,10 @@ Task<QStringList> WindowDialogs::choose(QFileDialog& dialog, QString folderKey)
     dialog.setDirectory(firstExisting(folders));
     dialog.winId(); // makes its window
     dialog.windowHandle()->setTransientParent(m_window);
+    m_open.emplace_back(&dialog);
     const QFuture<QStringList> chosen = openDialog(dialog);
     QStringList files = co_await chosen;
+    std::erase(m_open, &dialog);
     if (!files.isEmpty())
         m_settings.setString(folderKey, QFileInfo(files.front()).absolutePath());
     co_return files;

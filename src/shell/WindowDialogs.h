@@ -28,6 +28,8 @@ public:
     /// The one that the panels stand over.
     void setWindow(QWindow& window) { m_window = &window; }
 
+    /// A dialog that is open closes, and nobody hears of it.
+    ~WindowDialogs() override;
     Task<int> showAlert(Alert alert) override;
     Task<std::optional<FileUrl>> showSavePanel(SavePanel panel) override;
     Task<std::vector<FileUrl>> showOpenPanel(OpenPanel panel) override;
@@ -41,6 +43,7 @@ private:
     UserDefaults& m_settings;
     const LanguageManager& m_languages;
     QPointer<QWindow> m_window;
+    std::vector<QPointer<QFileDialog>> m_open;
 };
 
 /// The place that was chosen, with the suffix that the desktop did not add. A name that ends in it in other letters,

@@ -3,9 +3,6 @@
 #include "support/FootageMaker.h"
 #include "support/MovieProbe.h"
 
-#include <QApplication>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
 #include <QUuid>
 #include <fstream>
@@ -32,27 +29,6 @@ struct ExportSurfaces : WindowJourney {
     }
     bool hasFocus(const char* name) { return item(name) && item(name)->hasActiveFocus(); }
 
-    static QFileDialog* fileDialog()
-    {
-        for (QWidget* const widget : QApplication::topLevelWidgets()) {
-            auto* const dialog = qobject_cast<QFileDialog*>(widget);
-            if (dialog && dialog->isVisible())
-                return dialog;
-        }
-        return nullptr;
-    }
-    /// Types it into the dialog that is open or opens now.
-    void chooseFile(const std::filesystem::path& path)
-    {
-        ASSERT_TRUE(waitFor([] { return fileDialog() != nullptr; }));
-        auto* const name = fileDialog()->findChild<QLineEdit*>();
-        ASSERT_TRUE(name);
-        name->selectAll();
-        QTest::keyClicks(name, QString::fromStdString(path.native()));
-        QTest::keyClick(name, Qt::Key_Return);
-        ASSERT_TRUE(waitFor([] { return fileDialog() == nullptr; }));
-        window().requestActivate(); // as a desktop does
-    }
     bool waitForToast()
     {
         return QTest::qWaitFor([&] { return session().exportNotification() && item("exportToast"); }, 60000);
@@ -280,9 +256,7 @@ struct MissingVideos : ExportSurfaces {
         ASSERT_TRUE(session().projectConfig().isSynced);
         session().setCurrentStep(CompositorViewModel::WorkflowStep::step3);
         session().prepareProjectForSave();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return session().showSaveProjectPanel(); }, 10000));
-        session().setShowSaveProjectPanel(false);
-        session().saveProject(folder.url("swim.zumetaproj"));
+        chooseFile(folder.file("swim.zumetaproj"));
         ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(folder.file("swim.zumetaproj")); }, 10000));
         session().resetProject();
         std::filesystem::remove(folder.file("above.mp4"));

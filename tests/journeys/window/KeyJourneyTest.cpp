@@ -2,8 +2,6 @@
 #include "journeys/window/TypedField.h"
 #include "journeys/window/WindowJourney.h"
 
-#include <QApplication>
-#include <QFileDialog>
 #include <QTest>
 
 namespace zumeta {
@@ -273,10 +271,7 @@ TEST_F(Keys, GoOnInTheFullScreenPreviewAlsoWhenThePanelHadTheFocus)
     EXPECT_FALSE(item("openMenu"));
     press(Qt::Key_O, Qt::ControlModifier);
     ASSERT_TRUE(waitFor([&] { return app().modality().gate().isFileDialogOpen; }));
-    for (QWidget* const widget : QApplication::topLevelWidgets()) {
-        if (auto* const panel = qobject_cast<QFileDialog*>(widget))
-            panel->reject();
-    }
+    dismissFileDialog();
     EXPECT_TRUE(waitFor([&] { return !app().session().showOpenProjectPanel(); }));
 }
 

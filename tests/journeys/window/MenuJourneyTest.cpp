@@ -74,9 +74,9 @@ struct Menus : WindowJourney {
     /// Types it into the panel, whatever that proposes, and accepts.
     void chooseInPanel(const std::filesystem::path& path)
     {
-        ASSERT_TRUE(waitFor([&] { return panel() != nullptr; }));
-        panel()->findChild<QLineEdit*>()->setText(QString::fromStdString(path.native()));
-        static_cast<QDialog*>(panel())->accept();
+        ASSERT_TRUE(waitFor([&] { return fileDialog() != nullptr; }));
+        fileDialog()->findChild<QLineEdit*>()->setText(QString::fromStdString(path.native()));
+        static_cast<QDialog*>(fileDialog())->accept();
     }
     /// How often this is posted.
     std::shared_ptr<int> countOf(const QString& notification)
@@ -84,14 +84,6 @@ struct Menus : WindowJourney {
         auto count = std::make_shared<int>(0);
         app().notifications().observe(notification, &m_owner, [count](const QVariantMap&) { ++*count; });
         return count;
-    }
-    QFileDialog* panel()
-    {
-        for (QWidget* const widget : QApplication::topLevelWidgets()) {
-            if (auto* const dialog = qobject_cast<QFileDialog*>(widget); dialog && dialog->isVisible())
-                return dialog;
-        }
-        return nullptr;
     }
 
 private:
@@ -349,7 +341,7 @@ TEST_F(Menus, KeepACompositionAndRestoreIt)
     const TemporaryFolder folder;
     begin(WorkflowStep::step3);
     choose(kFile, 0);
-    ASSERT_TRUE(waitFor([&] { return panel() != nullptr; }));
+    ASSERT_TRUE(waitFor([&] { return fileDialog() != nullptr; }));
     EXPECT_FALSE(app().modality().isOpen());
     chooseInPanel(folder.file("swim"));
     EXPECT_TRUE(waitFor([&] { return folder.names() == std::vector<std::string>{"swim.zumetaproj"}; }));

@@ -248,7 +248,8 @@ TEST_F(Panel, TheHeaderKeepsCameraAndLanguageAtHand)
     EXPECT_FALSE(item("saveButton"));
     click(item("openButton"));
     EXPECT_TRUE(session().showOpenProjectPanel());
-    session().setShowOpenProjectPanel(false);
+    dismissFileDialog();
+    EXPECT_FALSE(session().showOpenProjectPanel());
     click(item("languageButton"));
     ASSERT_TRUE(waitFor([&] { return itemWithText(rawValue(AppLanguage::german)) != nullptr; }));
     click(itemWithText(rawValue(AppLanguage::german)));

@@ -137,14 +137,6 @@ struct PreviewJourney : WindowJourney {
         }
         return files;
     }
-    QFileDialog* openedDialog()
-    {
-        for (QWidget* const widget : QApplication::topLevelWidgets()) {
-            if (auto* const dialog = qobject_cast<QFileDialog*>(widget); dialog && dialog->isVisible())
-                return dialog;
-        }
-        return nullptr;
-    }
 
     bool wasOffered = false;
 };
@@ -313,18 +305,18 @@ TEST_F(PreviewJourney, LoadsWhatIsChosenInTheDesktopsDialog)
     const TemporaryFolder folder;
     const std::vector<std::filesystem::path> files = chapters(folder);
     click(item("chooseVideoButton"));
-    ASSERT_TRUE(waitFor([&] { return openedDialog() != nullptr; }));
-    EXPECT_EQ(openedDialog()->windowTitle(), QStringLiteral("Select Video Files"));
-    EXPECT_TRUE(openedDialog()->nameFilters().constFirst().contains(QStringLiteral("*.MP4")));
+    ASSERT_TRUE(waitFor([&] { return fileDialog() != nullptr; }));
+    EXPECT_EQ(fileDialog()->windowTitle(), QStringLiteral("Select Video Files"));
+    EXPECT_TRUE(fileDialog()->nameFilters().constFirst().contains(QStringLiteral("*.MP4")));
     drop(files);
     EXPECT_FALSE(wasOffered) << "while the dialog is open";
-    openedDialog()->reject();
-    ASSERT_TRUE(waitFor([&] { return openedDialog() == nullptr; }));
+    fileDialog()->reject();
+    ASSERT_TRUE(waitFor([&] { return fileDialog() == nullptr; }));
     EXPECT_FALSE(session().aboveVideoURL());
     click(item("chooseVideoButton"));
-    ASSERT_TRUE(waitFor([&] { return openedDialog() != nullptr; }));
-    openedDialog()->setDirectory(QString::fromStdString(folder.path().native()));
-    auto* const name = openedDialog()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_TRUE(waitFor([&] { return fileDialog() != nullptr; }));
+    fileDialog()->setDirectory(QString::fromStdString(folder.path().native()));
+    auto* const name = fileDialog()->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     ASSERT_TRUE(name);
     name->setText(QStringLiteral("\"GX020042.MP4\" \"GX010042.MP4\""));
     QTest::keyClick(name, Qt::Key_Return);

@@ -5,8 +5,11 @@
 
 #include "platform/Log.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <cmath>
 #include <utility>
@@ -133,6 +136,36 @@ QImage WindowJourney::picture()
         QTest::qWait(150);
     }
     return last;
+}
+
+QFileDialog* WindowJourney::fileDialog()
+{
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        auto* const dialog = qobject_cast<QFileDialog*>(widget);
+        if (dialog && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
+void WindowJourney::chooseFile(const std::filesystem::path& path)
+{
+    ASSERT_TRUE(waitFor([] { return fileDialog() != nullptr; }));
+    auto* const name = fileDialog()->findChild<QLineEdit*>();
+    ASSERT_TRUE(name);
+    name->selectAll();
+    QTest::keyClicks(name, QString::fromStdString(path.native()));
+    QTest::keyClick(name, Qt::Key_Return);
+    ASSERT_TRUE(waitFor([] { return fileDialog() == nullptr; }));
+    window().requestActivate(); // as a desktop does
+}
+
+void WindowJourney::dismissFileDialog()
+{
+    ASSERT_TRUE(waitFor([] { return fileDialog() != nullptr; }));
+    fileDialog()->reject();
+    ASSERT_TRUE(waitFor([] { return fileDialog() == nullptr; }));
+    window().requestActivate();
 }
 
 void WindowJourney::loadVideo(zumeta::Side side)

@@ -8,6 +8,8 @@
 #include <functional>
 #include <gmock/gmock.h>
 
+class QFileDialog;
+
 namespace zumeta::test {
 
 /// The application for a user who has just been given this machine: nothing is stored, and the language is English.
@@ -16,6 +18,12 @@ protected:
     WindowJourney();
     ~WindowJourney() override;
 
+    /// The desktop's file dialog, while one is open.
+    static QFileDialog* fileDialog();
+    /// Types this into the dialog that is open or opens now, and takes it.
+    void chooseFile(const std::filesystem::path& path);
+    /// Waits for the dialog and closes it without a choice.
+    void dismissFileDialog();
     /// Passes the start screen.
     void confirmCamera() { app().session().setCameraSelectionConfirmed(true); }
     /// Loads a made recording of 3 s at 30 frames a second, 16:9 and small, whose frames carry numbers: those of the
