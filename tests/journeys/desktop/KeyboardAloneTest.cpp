@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "journeys/desktop/WholeWay.h"
+
+namespace zumeta {
+namespace {
+
+using namespace test;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const QString kReturn = QStringLiteral("Return");
+const QString kTab = QStringLiteral("Tab");
+const QString kHome = QStringLiteral("Home");
+const QString kLeft = QStringLiteral("Left");
+const QString kRight = QStringLiteral("Right");
+const QString kPageUp = QStringLiteral("Page_Up");
+const QString kFinePageUp = QStringLiteral("shift+Page_Up");
+const QString kFinePageDown = QStringLiteral("shift+Page_Down");
+
+constexpr double kFrame = 1 / 30.0;
+constexpr double kExact = 1e-6;
+
+/// The whole way without the pointer, which stands in a corner.
+struct KeyboardAlone : WholeWay {
+    void start()
+    {
+        openOnDesktop();
+        const auto isOnCamera = [&] {
+            const QQuickItem* const focused = window().activeFocusItem();
+            return focused && focused->property("title") == QStringLiteral("Insta360");
+        };
+        for (int i = 0; i < 10 && !isOnCamera(); ++i)
+            pressKeys({kTab});
+        ASSERT_TRUE(isOnCamera());
+        pressKeys({kReturn});
+        EXPECT_TRUE(waitFor([&] { return session().selectedCamera() == CameraType::insta360; }));
+        tabAndPress("startButton");
+    }
+    void choose(const QString& names)
+    {
+        ASSERT_NO_FATAL_FAILURE(tabAndPress("chooseVideoButton"));
+        ASSERT_NO_FATAL_FAILURE(typeIntoDialog(names));
+        waitForVideo();
+    }
+    /// To the frame of one second and so many more.
+    void scrubTo(int frames, const QString& step)
+    {
+        ASSERT_NO_FATAL_FAILURE(tabTo("simpleSlider"));
+        pressKeys({QStringLiteral("End")});
+        EXPECT_EQ(session().currentTime(), session().duration());
+        pressKeys({kHome, kFinePageUp});
+        pressKeys(QStringList(std::abs(frames), step));
+        EXPECT_NEAR(session().currentTime(), 1 + frames * kFrame, kExact);
+    }
+    void pickWater()
+    {
+        for (int i = 0; i < 60 && !item("previewFocusRing"); ++i)
+            pressKeys({kTab});
+        ASSERT_TRUE(item("previewFocusRing"));
+        pressKeys({kPageUp, kPageUp, kFinePageDown, kReturn});
+    }
+    void alignBoth()
+    {
+        ASSERT_NO_FATAL_FAILURE(start());
+        const std::vector<std::filesystem::path> files = aboveChapters();
+        ASSERT_NO_FATAL_FAILURE(
+            choose(QStringLiteral("\"%1\" \"%2\"")
+                       .arg(QString::fromStdString(files[0].native()), QString::fromStdString(files[1].native()))));
+        ASSERT_NO_FATAL_FAILURE(scrubTo(3, kRight));
+        pressKeys({QStringLiteral("m")});
+        ASSERT_TRUE(waitFor([&] { return session().manualSyncTimeAbove().has_value(); }));
+        ASSERT_NO_FATAL_FAILURE(pickWater());
+        ASSERT_TRUE(waitFor([&] { return session().alignmentPointAbove().has_value(); }));
+        EXPECT_NEAR(*session().alignmentPointAbove(), 339.0 / 600, kExact);
+        ASSERT_NO_FATAL_FAILURE(tabAndPress("nextStepButton"));
+        ASSERT_TRUE(waitForStep(2));
+        ASSERT_NO_FATAL_FAILURE(choose(QString::fromStdString(belowFile().native())));
+        ASSERT_NO_FATAL_FAILURE(scrubTo(-5, kLeft));
+        ASSERT_NO_FATAL_FAILURE(tabAndPress("lockButton"));
+        ASSERT_TRUE(waitFor([&] { return session().manualSyncTimeBelow().has_value(); }));
+        ASSERT_NO_FATAL_FAILURE(pickWater());
+        ASSERT_TRUE(waitFor([&] { return session().alignmentPointBelow().has_value(); }));
+        ASSERT_NO_FATAL_FAILURE(tabAndPress("nextStepButton"));
+        ASSERT_TRUE(waitForStep(3));
+    }
+    void adjust()
+    {
+        ASSERT_NO_FATAL_FAILURE(tabTo("Waterline Height field"));
+        typeText(QStringLiteral("9"));
+        pressKeys({kTab});
+        EXPECT_EQ(session().relativeWaterlineHeight(), 9);
+        ASSERT_TRUE(hasFocus("Person Height field"));
+        typeText(QStringLiteral("4"));
+        pressKeys({kTab, kRight, kRight});
+        EXPECT_EQ(session().relativeAboveOffset(), 4);
+        EXPECT_EQ(session().relativeAboveHorizontalOffset(), 2);
+        pressKeys({QStringLiteral("Escape"), QStringLiteral("ctrl+z")});
+        EXPECT_LT(session().relativeAboveHorizontalOffset(), 2);
+        pressKeys({QStringLiteral("ctrl+shift+z")});
+        EXPECT_EQ(session().relativeAboveHorizontalOffset(), 2);
+    }
+    void trim()
+    {
+        ASSERT_NO_FATAL_FAILURE(tabTo("trimmer"));
+        pressKeys(QStringList(kHome) + QStringList(6, kRight));
+        pressKeys({QStringLiteral("i")});
+        EXPECT_NEAR(session().trimStart(), 6 * kFrame, kExact);
+        pressKeys({QStringLiteral("shift+Right"), QStringLiteral("shift+Right"), QStringLiteral("m")});
+        ASSERT_THAT(session().trimMarkers(), SizeIs(1));
+        EXPECT_NEAR(session().trimMarkers().front(), 26 * kFrame, kExact);
+        pressKeys({QStringLiteral("o"), QStringLiteral("Up"), QStringLiteral("Down")});
+        EXPECT_NEAR(session().trimEndPosition(), 26 * kFrame, kExact);
+    }
+};
+
+TEST_F(KeyboardAlone, LeadsTheWholeWayToTheMovie)
+{
+    ASSERT_NO_FATAL_FAILURE(alignBoth());
+    ASSERT_NO_FATAL_FAILURE(adjust());
+    ASSERT_NO_FATAL_FAILURE(tabAndPress("nextStepButton"));
+    ASSERT_TRUE(waitForStep(4));
+    ASSERT_NO_FATAL_FAILURE(trim());
+    ASSERT_NO_FATAL_FAILURE(tabAndPress("exportButton"));
+    ASSERT_TRUE(waitFor([&] { return hasFocus("exportSheetExport"); }));
+    pressKeys({QStringLiteral("Up")});
+    ASSERT_EQ(session().selectedResolution(), ExportResolutionType::hd720);
+    pressKeys({kReturn});
+    ASSERT_NO_FATAL_FAILURE(typeFile(folder.file("swim.mp4")));
+    ASSERT_TRUE(waitForToast());
+    EXPECT_FALSE(session().exportNotification()->isError);
+    expectMovie(folder.file("swim.mp4"), 0.01);
+}
+
+TEST_F(KeyboardAlone, SetsAndDeletesMarkers)
+{
+    ASSERT_NO_FATAL_FAILURE(alignBoth());
+    ASSERT_NO_FATAL_FAILURE(tabAndPress("nextStepButton"));
+    ASSERT_TRUE(waitForStep(4));
+    ASSERT_NO_FATAL_FAILURE(tabTo("trimmer"));
+    pressKeys(QStringList(kHome) + QStringList(6, kRight));
+    pressKeys({QStringLiteral("m"), kRight, kRight});
+    ASSERT_THAT(session().trimMarkers(), SizeIs(1));
+    pressKeys({QStringLiteral("Up")});
+    EXPECT_EQ(session().currentTime(), 0) << "the range's start stands before the marker";
+    EXPECT_FALSE(session().selectedTrimMarker());
+    pressKeys({QStringLiteral("Down")});
+    EXPECT_NEAR(session().currentTime(), 6 * kFrame, kExact);
+    EXPECT_TRUE(session().selectedTrimMarker().has_value());
+    pressKeys({QStringLiteral("Delete")});
+    EXPECT_THAT(session().trimMarkers(), IsEmpty());
+    pressKeys({QStringLiteral("ctrl+z")});
+    EXPECT_THAT(session().trimMarkers(), SizeIs(1));
+}
+
+}
+}
