@@ -45,10 +45,10 @@ private:
     };
 
     MonotonicClock m_monotonic;
+    OpenFileAccess m_fileAccess; // before the queue, whose work may still hold a file when it goes
     EventLoopQueue m_queue;
     PlaybackClock m_clock{m_monotonic, m_queue};
     NotificationCenter m_notifications;
-    OpenFileAccess m_fileAccess;
     ThreadedBookmarks m_bookmarks;
     ThreadedProjectFiles m_projectFiles;
     CommandLineAnswers m_answers;

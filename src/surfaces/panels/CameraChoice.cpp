@@ -40,6 +40,10 @@ void CameraChoice::select(int index)
 void CameraChoice::confirm()
 {
     m_session.setCameraSelectionConfirmed(true);
+    // A session that has just begun shows composites; its first video would be cut off at the waterline.
+    using Session = CompositorViewModel;
+    if (m_session.currentStep() == Session::WorkflowStep::step1 && m_session.viewMode() == Session::ViewMode::split)
+        m_session.setCurrentStep(Session::WorkflowStep::step1);
 }
 
 }

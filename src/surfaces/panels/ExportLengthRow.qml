@@ -34,7 +34,7 @@ Rectangle {
     Text {
         id: length
 
-        objectName: "exportLength"
+        objectName: "panelExportLength"
         anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
         text: Step4Actions.exportDuration
         color: root.accent.base

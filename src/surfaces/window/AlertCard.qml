@@ -59,7 +59,7 @@ ModalCard {
                         title: modelData
                         isFilled: index === 0
                         isNeutral: true
-                        accent: AlertQueue.isDestructive && isFilled ? Theme.destructive : Theme.lime
+                        accent: AlertQueue.isDestructive && isFilled ? Theme.destructive : Theme.accentOf(WindowModel.step)
                         onClicked: AlertQueue.answer(index)
                     }
                 }

@@ -101,10 +101,10 @@ private:
     Task<MetadataOutcome> loadMetadata(std::vector<FileUrl> urls);
 
     MonotonicClock m_monotonic;
+    OpenFileAccess m_fileAccess; // before the queue, whose work may still hold a file when it goes
     EventLoopQueue m_queue;
     PlaybackClock m_clock{m_monotonic, m_queue};
     NotificationCenter m_notifications;
-    OpenFileAccess m_fileAccess;
     ThreadedBookmarks m_bookmarks;
     CountedProjectFiles m_projectFiles;
     AnsweringDialogs m_dialogs{m_queue};

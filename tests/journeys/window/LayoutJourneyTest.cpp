@@ -56,5 +56,19 @@ TEST_F(Layout, OfTheStepsHoldsInEveryLanguage)
     }
 }
 
+TEST_F(Layout, OfWhatOpensOverTheStepsHoldsInEveryLanguage)
+{
+    openStep(4);
+    app().session().addTrimMarkerAtCurrentTime();
+    app().session().setShowExportSheet(true);
+    ASSERT_TRUE(waitFor([&] { return item("exportSheetExport") != nullptr; }));
+    expectNoFaults("export sheet");
+    app().session().setShowExportSheet(false);
+    ASSERT_TRUE(waitFor([&] { return !item("exportSheetExport"); }));
+    click(item("shortcutHelpButton"));
+    ASSERT_TRUE(waitFor([&] { return item("shortcutHelp") != nullptr; }));
+    expectNoFaults("shortcuts");
+}
+
 }
 }

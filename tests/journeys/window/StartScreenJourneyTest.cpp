@@ -34,6 +34,27 @@ TEST_F(StartScreen, AsksForTheCameraAndGoesOn)
     EXPECT_TRUE(waitFor([&] { return !item("startButton"); }));
 }
 
+TEST_F(StartScreen, LeadsToAStepThatShowsTheWholeOfItsVideo)
+{
+    open();
+    click(item("startButton"));
+    EXPECT_EQ(app().session().viewMode(), CompositorViewModel::ViewMode::aboveOnly);
+    EXPECT_EQ(app().session().currentStep(), CompositorViewModel::WorkflowStep::step1);
+}
+
+TEST_F(StartScreen, LeavesLaterStepsAloneWhenTheCameraIsChanged)
+{
+    openStep(3);
+    app().session().setRelativeWaterlineHeight(20);
+    app().session().setCameraSelectionConfirmed(false);
+    ASSERT_TRUE(waitFor([&] { return item("startButton") != nullptr; }));
+    click(itemWithText(QStringLiteral("Insta360")));
+    click(item("startButton"));
+    EXPECT_EQ(app().session().currentStep(), CompositorViewModel::WorkflowStep::step3);
+    EXPECT_EQ(app().session().viewMode(), CompositorViewModel::ViewMode::split);
+    EXPECT_NEAR(app().session().relativeWaterlineHeight(), 20, 1e-9);
+}
+
 TEST_F(StartScreen, IsWalkedThroughByTheKeyboardAlone)
 {
     open();
