@@ -158,6 +158,13 @@ TEST_F(TheWholeWay, TrimsByHandleRowAndButtonAndKeepsMarkers)
     EXPECT_EQ(session().trimStart(), 0);
     pressKeys({kRedo, kRedo});
     EXPECT_NEAR(session().trimEndPosition(), 1.6, 0.02);
+    clickNamed("Trim Start field");
+    pressKeys({QStringLiteral("ctrl+a")});
+    typeText(QStringLiteral("0.6"));
+    pressKeys({QStringLiteral("Return"), QStringLiteral("Escape")});
+    EXPECT_NEAR(session().trimStart(), 0.6, 1e-9);
+    pressKeys({kUndo});
+    EXPECT_NEAR(session().trimStart(), 0.4, 0.02);
 
     dragPointer(onTrimmer(1), onTrimmer(0.8));
     pressKeys({QStringLiteral("m")});
