@@ -34,6 +34,8 @@ DesktopMotion::DesktopMotion(QDBusConnection bus, QObject* parent)
     : QObject(parent)
     , m_bus(std::move(bus))
 {
+    // The bus finds the slot by the names of its types, and this one gets its name with its first use.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     m_bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
                   SLOT(take(QString, QString, QDBusVariant)));
     ask(kAppearance, kReducedMotion);
