@@ -260,7 +260,7 @@ void WindowJourney::expectPicture(const char* name, QQuickItem* item)
 
 void WindowJourney::expectPicture(const char* name, const QImage& shown)
 {
-    constexpr double kTolerance = 0.002; // of the pixels: letters may be smoothed a little otherwise elsewhere
+    constexpr double kTolerance = 0.003; // of the pixels: letters may be smoothed a little otherwise elsewhere
     const QString file = QLatin1String(name) + QStringLiteral(".png");
     QDir().mkpath(QStringLiteral(SHOWN_FOLDER));
     ASSERT_TRUE(shown.save(QStringLiteral(SHOWN_FOLDER "/") + file));
