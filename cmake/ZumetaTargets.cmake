@@ -40,6 +40,8 @@ function(zumeta_add_tests name)
         set(TESTS_TIMEOUT 120)
     endif()
     add_executable(${name} ${TESTS_SOURCES})
+    # Tests themselves need no speed, and what the compiler saves on three hundred files is minutes.
+    target_compile_options(${name} PRIVATE "$<$<CONFIG:RelWithDebInfo>:-O1;-g1>")
     target_link_libraries(${name} PRIVATE zumeta-options zumeta-test-support ${TESTS_LIBRARIES} GTest::gmock)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TESTS_TIMEOUT}
         ENVIRONMENT "LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen")

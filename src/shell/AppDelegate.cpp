@@ -51,6 +51,11 @@ bool isInput(QEvent::Type type)
     }
 }
 
+bool isPress(QEvent::Type type)
+{
+    return type == QEvent::MouseButtonPress || type == QEvent::TouchBegin || type == QEvent::TabletPress;
+}
+
 }
 
 AppDelegate::AppDelegate(SurfaceContext& context)
@@ -110,12 +115,22 @@ void AppDelegate::noteActivation()
     m_context.motion().setWindowActive(isActive);
 }
 
+void AppDelegate::noteInput(const QEvent& event)
+{
+    if (!isInput(event.type()))
+        return;
+    m_context.motion().noteInput();
+    if (event.type() == QEvent::KeyPress)
+        m_context.keyboardFocus().noteKey(static_cast<const QKeyEvent&>(event).key());
+    else if (isPress(event.type()))
+        m_context.keyboardFocus().notePress();
+}
+
 bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != m_window) // each key passes by again for the item that has the focus
         return false;
-    if (isInput(event->type()))
-        m_context.motion().noteInput();
+    noteInput(*event);
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         // Before the press itself: a shortcut that somebody has registered would act without asking.

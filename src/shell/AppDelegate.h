@@ -32,6 +32,7 @@ public:
 private:
     void endEditingBeforeViewsGo();
     void noteActivation();
+    void noteInput(const QEvent& event);
     bool wantsKey(const QKeyEvent& event) const;
     bool takeKey(const QKeyEvent& event);
     void takePress(QPointF place);

@@ -2,7 +2,8 @@
 import QtQuick
 import Zumeta
 
-/// The caret of a field. It stops blinking where nothing else moves either, and is steady while it is being moved.
+/// The caret of a field. It blinks as the desktop wants it, stops where nothing else moves either, and is steady while
+/// it is being moved.
 Item {
     id: root
 
@@ -22,8 +23,8 @@ Item {
     Timer {
         id: blinking
 
-        interval: 500
-        running: root.isShown && Motion.pulses
+        interval: Math.max(1, Qt.styleHints.cursorFlashTime / 2) // lit for one half, dark for the other
+        running: root.isShown && Motion.pulses && Qt.styleHints.cursorFlashTime > 0
         repeat: true
         onTriggered: root.isLit = !root.isLit
     }

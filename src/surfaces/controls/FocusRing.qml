@@ -2,7 +2,7 @@
 import QtQuick
 import Zumeta
 
-/// Around what the keyboard's next key goes to. Buttons take the focus from the keyboard alone, so that it says so.
+/// Around what the keyboard's next key goes to, for whoever works by the keyboard.
 Rectangle {
     required property Item control
     property real controlRadius: Theme.radiusButton
@@ -12,5 +12,5 @@ Rectangle {
     radius: controlRadius + Theme.focusDistance
     color: "transparent"
     border.width: Theme.strokeFocus
-    visible: control.activeFocus
+    visible: control.activeFocus && KeyboardFocus.isShown
 }

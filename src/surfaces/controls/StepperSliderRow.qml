@@ -8,7 +8,8 @@ Item {
 
     required property ValueRowModel row
     property Accent accent: Theme.gold
-    readonly property bool isFocused: field.activeFocus // what is around it scrolls it into view
+    readonly property bool isFocused: field.activeFocus
+    readonly property bool isSeenWhole: true // the number is nothing without its track
     readonly property string name: Words.of(row.label)
 
     objectName: row.label

@@ -20,15 +20,25 @@ void FocusScroller::setContent(QQuickItem* content)
     Q_EMIT contentChanged();
 }
 
-void FocusScroller::show(QQuickItem* item)
+void FocusScroller::show(QQuickItem* part)
 {
-    if (!item || !m_content || !m_content->isAncestorOf(item))
+    if (!part || !m_content || !m_content->isAncestorOf(part))
         return;
+    const QQuickItem* const item = wholeOf(part);
     const QRectF place = item->mapRectToItem(m_content, QRectF(0, 0, item->width(), item->height()));
     const ScrollRange range{.top = -m_content->y(), .viewHeight = height(), .contentHeight = m_content->height()};
     const double top = range.topShowing(place.top(), place.bottom());
     if (top != range.top)
         Q_EMIT scrollWanted(top);
+}
+
+QQuickItem* FocusScroller::wholeOf(QQuickItem* part) const
+{
+    for (QQuickItem* around = part; around != m_content; around = around->parentItem()) {
+        if (around->property("isSeenWhole").toBool())
+            return around;
+    }
+    return part;
 }
 
 void FocusScroller::itemChange(ItemChange change, const ItemChangeData& data)

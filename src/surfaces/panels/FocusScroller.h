@@ -18,8 +18,8 @@ public:
 
     QQuickItem* content() const { return m_content; }
     void setContent(QQuickItem* content);
-    /// An item of the content.
-    Q_INVOKABLE void show(QQuickItem* item);
+    /// An item of the content. What stands within an item that has the property `isSeenWhole` brings all of that along.
+    Q_INVOKABLE void show(QQuickItem* part);
 
 Q_SIGNALS:
     void contentChanged();
@@ -31,6 +31,7 @@ protected:
 
 private:
     void followFocus();
+    QQuickItem* wholeOf(QQuickItem* part) const;
 
     QPointer<QQuickItem> m_content;
     QMetaObject::Connection m_following;

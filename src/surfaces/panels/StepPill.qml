@@ -11,6 +11,7 @@ PressableArea {
     required property int currentStep
     required property int maxReachedStep
     property Accent accent: Theme.accentOf(step)
+    readonly property bool hasRing: activeFocus && KeyboardFocus.isShown
     readonly property int look: StepPanelModel.pillLook(step, currentStep, maxReachedStep)
     readonly property bool isCurrent: look === StepPanelModel.Current
     readonly property bool isVisited: look === StepPanelModel.Visited || look === StepPanelModel.Done
@@ -59,9 +60,9 @@ PressableArea {
             anchors.margins: -5
             radius: height / 2
             color: "transparent"
-            border.width: root.activeFocus ? Theme.strokeFocus : Theme.strokeRing
-            border.color: root.activeFocus && root.isCurrent ? "white" : root.accent.base
-            visible: root.isCurrent || root.activeFocus
+            border.width: root.hasRing ? Theme.strokeFocus : Theme.strokeRing
+            border.color: root.hasRing && root.isCurrent ? "white" : root.accent.base
+            visible: root.isCurrent || root.hasRing
         }
     }
     Text {

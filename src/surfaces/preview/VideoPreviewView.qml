@@ -62,7 +62,7 @@ Rectangle {
                     anchors.fill: parent
                     color: "transparent"
                     border { width: Theme.strokeFocus; color: root.accent.base }
-                    visible: surface.activeFocus
+                    visible: surface.activeFocus && KeyboardFocus.isShown
                 }
             }
         }

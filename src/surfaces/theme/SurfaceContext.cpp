@@ -21,7 +21,7 @@ SurfaceContext::SurfaceContext(const SurfaceEnvironment& environment)
     , m_texts(environment.languages)
 {
     // QML would otherwise take singletons that C++ made for its own to delete.
-    for (QObject* const object : std::initializer_list<QObject*>{&m_motion, &m_typography, &m_texts,
+    for (QObject* const object : std::initializer_list<QObject*>{&m_keyboardFocus, &m_motion, &m_typography, &m_texts,
                                                                  &environment.alerts, &environment.modality})
         QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
     const auto followStartScreen = [this] {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "surfaces/controls/TextFieldFocusTracker.h"
+#include "surfaces/theme/KeyboardFocus.h"
 #include "surfaces/theme/Motion.h"
 #include "surfaces/theme/Texts.h"
 #include "surfaces/theme/Typography.h"
@@ -46,6 +47,7 @@ public:
     ModalState& modality() { return m_environment.modality; }
     /// The one by which all of the window knows whether a number is being typed.
     TextFieldFocusTracker& fieldFocus() { return m_fieldFocus; }
+    KeyboardFocus& keyboardFocus() { return m_keyboardFocus; }
     Motion& motion() { return m_motion; }
     Typography& typography() { return m_typography; }
     Texts& texts() { return m_texts; }
@@ -53,6 +55,7 @@ public:
 private:
     SurfaceEnvironment m_environment;
     TextFieldFocusTracker m_fieldFocus;
+    KeyboardFocus m_keyboardFocus{nullptr};
     Motion m_motion{nullptr};
     Typography m_typography;
     Texts m_texts;

@@ -9,6 +9,7 @@ Item {
 
     readonly property int adjustmentPanelWidth: 390
     readonly property bool isFullScreen: WindowModel.isFullScreen
+    readonly property bool isColumnFree: !ExportStatusModel.isExporting // the keyboard reaches nothing under the overlay
 
     AppMenuBar {
         id: menuBar
@@ -28,18 +29,21 @@ Item {
             anchors { left: parent.left; right: parent.right; top: parent.top }
             height: root.isFullScreen ? 0 : implicitHeight
             visible: !root.isFullScreen
+            enabled: root.isColumnFree
         }
         VideoPreviewView {
             id: preview
 
             anchors { left: parent.left; right: parent.right; top: fileBar.bottom; bottom: timeline.top }
             sceneOrigin: Qt.point(0, menuBar.height + fileBar.height)
+            enabled: root.isColumnFree
         }
         TimelineView {
             id: timeline
 
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             height: implicitHeight
+            enabled: root.isColumnFree
         }
         ExportProgressOverlay {
             anchors.fill: parent

@@ -76,7 +76,7 @@ Rectangle {
             radius: 12
             color: "transparent"
             border { width: Theme.strokeFocus; color: root.accent.base }
-            visible: clearButton.activeFocus
+            visible: clearButton.activeFocus && KeyboardFocus.isShown
         }
     }
 }

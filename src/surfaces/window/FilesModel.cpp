@@ -3,6 +3,7 @@
 
 #include "languages/LanguageManager.h"
 #include "platform/FileChooser.h"
+#include "platform/Log.h"
 #include "session/CompositorViewModel.h"
 #include "surfaces/theme/SurfaceContext.h"
 
@@ -14,6 +15,18 @@
 namespace zumeta {
 
 using WorkflowStep = CompositorViewModel::WorkflowStep;
+
+namespace {
+
+QString namesOf(const std::vector<FileUrl>& urls)
+{
+    QStringList names;
+    for (const FileUrl& url : urls)
+        names << url.displayName();
+    return names.join(QStringLiteral(", "));
+}
+
+}
 
 FilesModel::FilesModel(CompositorViewModel& session, FileChooser& chooser, LanguageManager& languages, QObject* parent)
     : QObject(parent)
@@ -129,6 +142,8 @@ void FilesModel::handleCentralDrop(std::vector<DroppedItem> items)
         this,
         [this, side, items = std::move(items)] {
             const std::vector<FileUrl> urls = VideoFileHelper::loadDroppedVideoURLs(items);
+            if (urls.size() > 1)
+                logLine(QStringLiteral("📎 Multiple files dropped: ") + namesOf(urls));
             if (!urls.empty())
                 loadSelectedVideoURLs(urls, *side);
         },

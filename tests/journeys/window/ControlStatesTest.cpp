@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/window/WindowJourney.h"
+#include "surfaces/theme/SurfaceContext.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -58,6 +59,7 @@ protected:
             QTest::mousePress(&window(), Qt::LeftButton, {}, middle);
             break;
         case State::focused:
+            SurfaceContext::of(*qmlEngine(&window())).keyboardFocus().noteKey(Qt::Key_Tab);
             m_control->forceActiveFocus(Qt::TabFocusReason);
             break;
         case State::disabled:

@@ -4,12 +4,14 @@
 #include "support/FootageMaker.h"
 
 #include "platform/Log.h"
+#include "surfaces/theme/SurfaceContext.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QQmlEngine>
 #include <QTest>
 #include <cmath>
 #include <utility>
@@ -125,6 +127,7 @@ bool WindowJourney::waitFor(const std::function<bool()>& condition, int millisec
 
 QImage WindowJourney::picture()
 {
+    SurfaceContext::of(*qmlEngine(&window())).motion().setReduced(true); // what pulses would never come to rest
     QImage last;
     QElapsedTimer timer;
     timer.start();

@@ -42,6 +42,19 @@ TEST_F(FocusScrolling, AsksForNothingOnceItIsSeen)
     EXPECT_THAT(wanted, IsEmpty());
 }
 
+TEST_F(FocusScrolling, BringsTheWholeOfARowAlong)
+{
+    QQuickItem row;
+    row.setParentItem(&content);
+    row.setY(650);
+    row.setHeight(120);
+    row.setProperty("isSeenWhole", true);
+    button.setParentItem(&row);
+    button.setY(0);
+    scroller.show(&button);
+    EXPECT_THAT(wanted, ElementsAre(650 + 120 + 44 - 600));
+}
+
 TEST_F(FocusScrolling, LeavesAloneWhatIsElsewhere)
 {
     other.setY(5000);

@@ -193,6 +193,22 @@ TEST_F(Files, ThatAreDroppedGoToTheSideOfTheStepAtTheDrop)
     EXPECT_THAT(belowFiles(), ElementsAre(FileUrl("/GX010117.MP4"), FileUrl("/GX020117.MP4")));
 }
 
+TEST_F(Files, ThatAreDroppedTogetherAreNamedInTheLog)
+{
+    add("/GX010117.MP4");
+    add("/GX020117.MP4");
+    drop("file:///GX020117.MP4\r\nfile:///GX010117.MP4\r\n");
+    EXPECT_THAT(log, testing::Contains(QStringLiteral("📎 Multiple files dropped: GX010117.MP4, GX020117.MP4")));
+}
+
+TEST_F(Files, ThatIsDroppedAloneIsNotNamedInTheLog)
+{
+    add("/above.mp4");
+    drop("file:///above.mp4\r\n");
+    EXPECT_THAT(log, testing::Not(testing::Contains(testing::ResultOf(
+                         [](const QString& line) { return line.startsWith(QStringLiteral("📎 Multiple")); }, true))));
+}
+
 TEST_F(Files, ThatAreDroppedOntoALaterStepAreNotLoaded)
 {
     add("/above.mp4");
