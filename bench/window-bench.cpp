@@ -40,6 +40,8 @@ bool waitFor(const std::function<bool()>& condition, double seconds)
         if (wallSeconds() - start > seconds)
             return false;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
+        // Outside of an event loop's run nobody deletes what is to be deleted later, such as the preview before this.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
 }
