@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/BundleInfo.h"
 
+#include "platform/BuildFacts.h"
+
 namespace zumeta {
 
 const BundleInfo& BundleInfo::main()
 {
     static const BundleInfo info =
-        fromValues(QStringLiteral(ZUMETA_SHORT_VERSION), QStringLiteral(ZUMETA_BUILD_NUMBER),
-                   {{QStringLiteral("ZumetaTermsURL"), QStringLiteral(ZUMETA_TERMS_URL)},
-                    {QStringLiteral("ZumetaPrivacyURL"), QStringLiteral(ZUMETA_PRIVACY_URL)},
-                    {QStringLiteral("ZumetaSupportURL"), QStringLiteral(ZUMETA_SUPPORT_URL)},
-                    {QStringLiteral("SUFeedURL"), QStringLiteral(ZUMETA_UPDATE_FEED_URL)},
-                    {QStringLiteral("SUPublicEDKey"), QStringLiteral(ZUMETA_UPDATE_PUBLIC_KEY)}});
+        fromValues(QString::fromUtf8(build::kVersion), QString::fromUtf8(build::kNumber),
+                   {{QStringLiteral("ZumetaBuildDate"), QString::fromUtf8(build::kDate)},
+                    {QStringLiteral("ZumetaTermsURL"), QString::fromUtf8(build::kTermsUrl)},
+                    {QStringLiteral("ZumetaPrivacyURL"), QString::fromUtf8(build::kPrivacyUrl)},
+                    {QStringLiteral("ZumetaSupportURL"), QString::fromUtf8(build::kSupportUrl)},
+                    {QStringLiteral("SUFeedURL"), QString::fromUtf8(build::kUpdateFeedUrl)},
+                    {QStringLiteral("SUPublicEDKey"), QString::fromUtf8(build::kUpdatePublicKey)}});
     return info;
 }
 

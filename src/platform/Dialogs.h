@@ -16,6 +16,7 @@ struct Alert {
     QStringList buttons; ///< the first one is the default
     /// The first button takes something away that does not come back: it is not what a hasty Return presses.
     bool isDestructive = false;
+    friend bool operator==(const Alert&, const Alert&) = default;
 };
 
 /// Asks where a new file shall lie.

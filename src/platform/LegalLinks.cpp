@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/LegalLinks.h"
 
+#include "platform/BuildFacts.h"
 #include "platform/BundleInfo.h"
 
 namespace zumeta {
@@ -9,7 +10,7 @@ namespace {
 
 QUrl pageOfTheSite(const char* name)
 {
-    return QUrl(QStringLiteral(ZUMETA_SITE "/") + QLatin1String(name));
+    return QUrl(QString::fromUtf8(build::kSite) + QLatin1Char('/') + QLatin1String(name));
 }
 
 }

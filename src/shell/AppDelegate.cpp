@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/AppDelegate.h"
 
+#include "languages/LanguageManager.h"
 #include "platform/NotificationCenter.h"
 #include "session/CompositorViewModel.h"
 #include "surfaces/theme/SurfaceContext.h"
 
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QInputMethodQueryEvent>
 #include <QKeyEvent>
@@ -60,8 +62,13 @@ bool isPress(QEvent::Type type)
 
 AppDelegate::AppDelegate(SurfaceContext& context)
     : m_context(context)
+    , m_closing(context.session(), context.alerts(),
+                [&context](const QString& key) { return context.languages().localized(key); })
 {
     endEditingBeforeViewsGo();
+    // Whoever closes it from the desktop's list of windows may not see it.
+    connect(&m_closing, &ClosingGuard::asked, this, &AppDelegate::applicationDidBecomeActive);
+    connect(&m_closing, &ClosingGuard::confirmed, this, &AppDelegate::closeWindow);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -104,8 +111,57 @@ void AppDelegate::showWindow()
         m_window->showMaximized();
     }
     m_window->setVisible(true);
+    applicationDidBecomeActive();
+}
+
+bool AppDelegate::applicationShouldHandleReopen(bool hasVisibleWindows)
+{
+    if (!hasVisibleWindows)
+        showWindow();
+    return true;
+}
+
+void AppDelegate::applicationDidBecomeActive()
+{
+    if (!m_window || !m_window->isVisible())
+        return;
+    if (m_window->windowStates().testFlag(Qt::WindowMinimized))
+        m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->raise();
-    m_window->requestActivate();
+    QWindow* const dialog = QGuiApplication::modalWindow();
+    if (dialog)
+        dialog->raise();
+    (dialog ? dialog : m_window.data())->requestActivate();
+}
+
+void AppDelegate::commitSession(const SessionEnd& end)
+{
+    const CompositorViewModel& session = m_context.session();
+    if (!session.isExporting() || !end.allowsInteraction())
+        return;
+    if (!m_closing.mayClose()) {
+        m_isCommitting = true;
+        QEventLoop answered;
+        connect(&m_closing, &ClosingGuard::confirmed, &answered, &QEventLoop::quit);
+        connect(&m_closing, &ClosingGuard::declined, &answered, &QEventLoop::quit);
+        answered.exec();
+        m_isCommitting = false;
+    }
+    end.release();
+    if (session.isExporting())
+        end.cancel();
+}
+
+void AppDelegate::closeWindow()
+{
+    if (m_window && !m_isCommitting)
+        m_window->close();
+}
+
+void AppDelegate::terminate()
+{
+    m_context.session().cancelExport();
+    QCoreApplication::exit();
 }
 
 void AppDelegate::noteActivation()
@@ -132,6 +188,11 @@ bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
         return false;
     noteInput(*event);
     switch (event->type()) {
+    case QEvent::Close:
+        if (m_closing.mayClose())
+            return false;
+        event->ignore();
+        return true;
     case QEvent::ShortcutOverride:
         // Before the press itself: a shortcut that somebody has registered would act without asking.
         if (!wantsKey(static_cast<const QKeyEvent&>(*event)))
@@ -173,6 +234,9 @@ bool AppDelegate::takeKey(const QKeyEvent& event)
         return true;
     case WindowKeyAction::toggleWindowFullScreen:
         m_window->setWindowStates(m_window->windowStates() ^ Qt::WindowFullScreen);
+        return true;
+    case WindowKeyAction::quit:
+        m_window->close();
         return true;
     }
     return false;

@@ -13,6 +13,12 @@ WindowKey fullScreenKey(const PressedKey& pressed)
     return {pressed.isAutoRepeat ? WindowKeyAction::consume : WindowKeyAction::toggleWindowFullScreen};
 }
 
+/// As the window's own close button it acts whatever stands in front of the work.
+bool isQuitKey(const PressedKey& pressed)
+{
+    return (pressed.modifiers & ~Qt::KeypadModifier) == Qt::ControlModifier && isLetterQ(pressed);
+}
+
 EscapeFacts escapeFacts(const WindowKeyFacts& facts)
 {
     const ModalGate& gate = facts.gate;
@@ -31,6 +37,8 @@ WindowKey windowKey(const PressedKey& pressed, const WindowKeyFacts& facts)
 {
     if (pressed.key == Qt::Key_F11 && !(pressed.modifiers & ~Qt::KeypadModifier))
         return fullScreenKey(pressed);
+    if (isQuitKey(pressed))
+        return {pressed.isAutoRepeat ? WindowKeyAction::consume : WindowKeyAction::quit};
     if (const std::optional<KeyEvent> event = translatedKey(pressed);
         event && escapeTarget(*event, escapeFacts(facts)) == EscapeTarget::fullScreen)
         return {WindowKeyAction::leaveFullScreen}; // what else it ends, ends by itself

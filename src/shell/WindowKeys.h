@@ -13,7 +13,7 @@ struct WindowKeyFacts {
     bool isCompositeStep = false;
 };
 
-enum class WindowKeyAction { passOn, consume, post, leaveFullScreen, toggleWindowFullScreen };
+enum class WindowKeyAction { passOn, consume, post, leaveFullScreen, toggleWindowFullScreen, quit };
 
 /// What the window does with a key before anything in it sees the key. The same for the question whether it is wanted
 /// and for the press itself.

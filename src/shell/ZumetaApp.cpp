@@ -7,6 +7,7 @@
 #include "render/CompositorScaling.h"
 #include "render/export/ExportService.h"
 
+#include <QSessionManager>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
@@ -24,8 +25,6 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
     , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
           m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
 {
-    const auto followDesktop = [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); };
-    QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(), followDesktop);
     m_projectDialogs = std::make_unique<ProjectDialogs>(
         *m_session, m_dialogs, m_dialogs, [this](const QString& key) { return m_languages.localized(key); });
     m_delegate = std::make_unique<AppDelegate>(*m_surfaces);
@@ -35,11 +34,40 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
         m_delegate->applicationDidFinishLaunching(*made);
         m_dialogs.setWindow(*made);
     }
+    followDesktop();
 }
 
 ZumetaApp::~ZumetaApp()
 {
     m_delegate->applicationWillTerminate();
+}
+
+ZumetaApp::EndOfExports::~EndOfExports()
+{
+    ExportService::waitUntilAllHaveEnded();
+}
+
+void ZumetaApp::followDesktop()
+{
+    QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(),
+                     [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); });
+    const auto commitSession = [this](QSessionManager& desktop) {
+        m_delegate->commitSession({[&desktop] { return desktop.allowsInteraction(); },
+                                   [&desktop] { desktop.release(); }, [&desktop] { desktop.cancel(); }});
+    };
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, m_delegate.get(), commitSession,
+                     Qt::DirectConnection); // the desktop takes the return for the answer
+}
+
+void ZumetaApp::showAgain(const QByteArray& activationToken)
+{
+    constexpr char kVariable[] = "XDG_ACTIVATION_TOKEN"; // where Qt looks for it
+    if (!activationToken.isEmpty())
+        qputenv(kVariable, activationToken);
+    const QQuickWindow* const shown = window();
+    m_delegate->applicationShouldHandleReopen(shown && shown->isVisible());
+    m_delegate->applicationDidBecomeActive();
+    qunsetenv(kVariable); // of no use to programs that this one starts
 }
 
 SessionEnvironment ZumetaApp::environment()

@@ -33,6 +33,11 @@ public:
     /// Nothing when the window could not be made; why is on standard error.
     QQuickWindow* window();
     void showWindow() { m_delegate->showWindow(); }
+    /// Brings the window back to whoever has started the application once more, with what the desktop gave to that
+    /// start so that a window may come to the front.
+    void showAgain(const QByteArray& activationToken);
+    /// As closing the window, without a question.
+    void terminate() { m_delegate->terminate(); }
     CompositorViewModel& session() { return *m_session; }
     LanguageManager& languages() { return m_languages; }
     Dialogs& dialogs() { return m_dialogs; }
@@ -41,8 +46,17 @@ public:
     AppDelegate& delegate() { return *m_delegate; }
 
 private:
+    /// The session gives its export up when it goes; what that has begun is tidied up before the application has gone.
+    struct EndOfExports {
+        EndOfExports() = default;
+        ~EndOfExports();
+        EndOfExports(const EndOfExports&) = delete; // it stands for one moment
+        EndOfExports& operator=(const EndOfExports&) = delete;
+    };
+
     SessionEnvironment environment();
     std::unique_ptr<Player> makePlayer();
+    void followDesktop();
 
     WrapPlayer m_wrapPlayer;
     MonotonicClock m_monotonic;
@@ -64,6 +78,7 @@ private:
     LogindSleepInhibitor m_sleepInhibitor;
     DesktopMotion m_desktopMotion;
     AudioThread m_audioThread;
+    EndOfExports m_endOfExports; // after the session
     std::unique_ptr<CompositorViewModel> m_session;
     std::unique_ptr<SurfaceContext> m_surfaces;
     std::unique_ptr<ProjectDialogs> m_projectDialogs;

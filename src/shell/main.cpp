@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/RendererChoice.h"
-#include "shell/ZumetaApp.h"
+#include "shell/Program.h"
 
 #include <QApplication>
 #include <csignal>
-#include <cstdlib>
 
 int main(int argc, char** argv)
 {
@@ -12,11 +10,6 @@ int main(int argc, char** argv)
     std::signal(SIGXFSZ, SIG_IGN);
     QCoreApplication::setApplicationName(QStringLiteral("Zumeta"));
     // The desktop's own file dialogs are widgets.
-    const QApplication application(argc, argv);
-    zumeta::chooseSceneGraph();
-    zumeta::ZumetaApp zumeta;
-    if (!zumeta.window())
-        return EXIT_FAILURE;
-    zumeta.showWindow();
-    return QApplication::exec();
+    QApplication application(argc, argv);
+    return zumeta::runProgram(application);
 }

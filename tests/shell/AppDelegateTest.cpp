@@ -39,21 +39,6 @@ TEST_F(Window, FillsTheUsableAreaWhenItIsFirstShown)
     EXPECT_EQ(window().frameGeometry(), window().screen()->availableGeometry());
 }
 
-TEST_F(Window, ComesBackWithTheSizeThatItHad)
-{
-    show();
-    window().showNormal();
-    QCoreApplication::processEvents();
-    window().resize(1100, 700);
-    QCoreApplication::processEvents();
-    ASSERT_EQ(window().size(), QSize(1100, 700));
-    window().close();
-    EXPECT_FALSE(window().isVisible());
-    show();
-    EXPECT_EQ(window().size(), QSize(1100, 700));
-    EXPECT_FALSE(window().windowStates().testFlag(Qt::WindowMaximized));
-}
-
 TEST_F(Window, ThatIsNotTheActiveOneClosesTheGate)
 {
     EXPECT_TRUE(app->modality().gate().isWindowInactive);

@@ -53,6 +53,24 @@ TEST(WindowKeys, F11ActsOnceForEachPressWhateverIsOpen)
     EXPECT_EQ(actionOf(Qt::Key_F11, {}, Qt::ControlModifier), Action::passOn);
 }
 
+TEST(WindowKeys, CtrlQQuitsOnceForEachPressWhateverIsOpen)
+{
+    WindowKeyFacts covered;
+    covered.gate.isAlertOpen = covered.gate.isStartScreenShown = true;
+    for (const WindowKeyFacts& facts : {WindowKeyFacts(), covered, typing(), fullScreen()})
+        EXPECT_EQ(actionOf(Qt::Key_Q, facts, Qt::ControlModifier), Action::quit);
+    EXPECT_EQ(windowKey({.key = Qt::Key_Q, .modifiers = Qt::ControlModifier, .isAutoRepeat = true}, {}).action,
+              Action::consume);
+}
+
+TEST(WindowKeys, QWithOtherModifiersIsNoWishToQuit)
+{
+    for (const Qt::KeyboardModifiers modifiers :
+         {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::AltModifier), Qt::ControlModifier | Qt::ShiftModifier,
+          Qt::ControlModifier | Qt::AltModifier, Qt::ControlModifier | Qt::MetaModifier})
+        EXPECT_EQ(actionOf(Qt::Key_Q, {}, modifiers), Action::passOn);
+}
+
 TEST(WindowKeys, EscapeLeavesTheFullScreenPreview)
 {
     EXPECT_EQ(actionOf(Qt::Key_Escape, fullScreen()), Action::leaveFullScreen);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "zumeta-render/ProjectRender.h"
 
+#include "platform/interrupts/InterruptWatcher.h"
 #include "zumeta-render/HeadlessSession.h"
-#include "zumeta-render/InterruptWatcher.h"
 #include "zumeta-render/RenderJob.h"
 
 namespace zumeta {

@@ -102,4 +102,9 @@ bool ExportService::isCancelled() const
     return m_run->stop.stop_requested();
 }
 
+void ExportService::waitUntilAllHaveEnded()
+{
+    exportThreads().waitForDone();
+}
+
 }

@@ -44,6 +44,8 @@ public:
                                         std::function<void(double)> progressHandler) override;
     void cancel() override;
     bool isCancelled() const override;
+    /// Blocks until every export of this process has ended and tidied up: for the end of the program, after cancel().
+    static void waitUntilAllHaveEnded();
 
     /// exportComposite for those who wait on a future. `progressHandler` gets fractions 0 to 1 through this thread's
     /// event loop, once for every whole percent and a last time with 1, posted before the future ends. The future is

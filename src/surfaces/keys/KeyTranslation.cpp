@@ -116,6 +116,12 @@ bool isAltGrDown(const PressedKey& pressed)
 
 }
 
+bool isLetterQ(const PressedKey& pressed)
+{
+    constexpr uint32_t kPlace = 24;
+    return isOfAnotherScript(pressed.key) ? pressed.nativeScanCode == kPlace : pressed.key == Qt::Key_Q;
+}
+
 std::optional<KeyEvent> translatedKey(const PressedKey& pressed)
 {
     const KeyModifiers modifiers = modifiersOf(pressed.modifiers);

@@ -22,4 +22,7 @@ struct PressedKey {
 /// type signs.
 std::optional<KeyEvent> translatedKey(const PressedKey& pressed);
 
+/// Whether it is the letter Q, found as the letters of the rules are.
+bool isLetterQ(const PressedKey& pressed);
+
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
+#include <optional>
 
 namespace zumeta {
 
@@ -12,6 +13,12 @@ struct ScrollRange {
     /// Where the view has to begin so that this stretch of the content is seen, with some room around it; the least
     /// movement that does, and the beginning of a stretch that is too high.
     double topShowing(double first, double last) const;
+    /// Where this key of a reader leads: arrows go by lines, pages keep a line in sight, Home and End go to the ends.
+    /// Nothing for other keys.
+    std::optional<double> topByKey(int key) const;
+
+private:
+    double lastTop() const;
 };
 
 }

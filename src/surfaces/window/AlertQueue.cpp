@@ -4,6 +4,7 @@
 #include "surfaces/theme/SurfaceContext.h"
 
 #include <QCoroFuture>
+#include <algorithm>
 
 namespace zumeta {
 
@@ -39,6 +40,17 @@ void AlertQueue::answer(int button)
     const Waiting answered = std::move(m_waiting.front());
     m_waiting.pop_front();
     give(answered, button);
+    Q_EMIT changed();
+}
+
+void AlertQueue::withdraw(const Alert& alert)
+{
+    const auto found = std::ranges::find(m_waiting, alert, &Waiting::alert);
+    if (found == m_waiting.end())
+        return;
+    const Waiting withdrawn = std::move(*found);
+    m_waiting.erase(found);
+    give(withdrawn, -1);
     Q_EMIT changed();
 }
 

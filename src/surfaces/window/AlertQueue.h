@@ -42,6 +42,8 @@ public:
     /// To the question that is shown; an index that it does not have closes it.
     Q_INVOKABLE void answer(int button);
     Q_INVOKABLE void close() { answer(-1); }
+    /// A question that has become pointless, shown or still waiting: it is answered as if it were closed.
+    void withdraw(const Alert& alert);
 
 Q_SIGNALS:
     void changed();

@@ -63,15 +63,6 @@ QStringList MenuModel::shortcuts() const
     return shortcuts;
 }
 
-QString MenuModel::version() const
-{
-    const BundleInfo& bundle = BundleInfo::main();
-    QString version = bundle.shortVersion.value_or(QString());
-    if (bundle.buildNumber)
-        version += QStringLiteral(" (%1)").arg(*bundle.buildNumber);
-    return version;
-}
-
 int MenuModel::rowCount(const QModelIndex&) const
 {
     return int(m_lines.size());

@@ -26,7 +26,6 @@ class MenuModel final : public QAbstractListModel {
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY openMenuChanged FINAL)
     Q_PROPERTY(int currentRow READ currentRow NOTIFY currentRowChanged FINAL) ///< -1: none
     Q_PROPERTY(bool isAboutShown READ isAboutShown NOTIFY isAboutShownChanged FINAL)
-    Q_PROPERTY(QString version READ version CONSTANT FINAL)
 public:
     enum Role { TitleKeyRole = Qt::UserRole, ShortcutRole, IsDividerRole, IsEnabledRole };
 
@@ -40,7 +39,6 @@ public:
     bool isOpen() const { return m_openMenu >= 0; }
     int currentRow() const { return m_currentRow; }
     bool isAboutShown() const { return m_isAboutShown; }
-    QString version() const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;

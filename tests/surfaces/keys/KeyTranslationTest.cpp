@@ -170,6 +170,16 @@ TEST(KeyTranslation, CtrlAltZStaysUndo)
               (KeyEvent{KeyCode::z, {.option = true, .command = true}}));
 }
 
+TEST(KeyTranslation, FindsTheLetterQByItsLetterAndInOtherScriptsByItsPlace)
+{
+    constexpr uint32_t placeOfQ = 24;
+    EXPECT_TRUE(isLetterQ({.key = Qt::Key_Q, .nativeScanCode = placeOfQ}));
+    EXPECT_TRUE(isLetterQ({.key = Qt::Key_Q, .nativeScanCode = 38})) << "a French keyboard";
+    EXPECT_FALSE(isLetterQ({.key = Qt::Key_A, .nativeScanCode = placeOfQ})) << "the same one";
+    EXPECT_TRUE(isLetterQ({.key = 0x0419, .nativeScanCode = placeOfQ})) << "a Russian one";
+    EXPECT_FALSE(isLetterQ({.key = 0x0419, .nativeScanCode = 25}));
+}
+
 TEST(KeyTranslation, ArrowsWithAltGoToTheRule)
 {
     EXPECT_EQ(codeOf({.key = Qt::Key_Left, .modifiers = Qt::AltModifier}), 123);

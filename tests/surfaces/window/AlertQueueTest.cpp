@@ -69,6 +69,25 @@ TEST_F(Alerts, ThatAreNotThereTakeNoAnswer)
     EXPECT_EQ(queue->title(), QString());
 }
 
+TEST_F(Alerts, ThatBecomePointlessAreAnsweredAsIfClosed)
+{
+    ask(question("first", kTwo));
+    ask(question("second", kTwo));
+    ask(question("third", {QStringLiteral("OK")}));
+    queue->withdraw(question("second", kTwo));
+    turn();
+    EXPECT_EQ(queue->title(), QStringLiteral("first"));
+    EXPECT_THAT(answers, ElementsAre(1));
+    queue->withdraw(question("first", kTwo));
+    turn();
+    EXPECT_EQ(queue->title(), QStringLiteral("third"));
+    EXPECT_THAT(answers, ElementsAre(1, 1));
+    queue->withdraw(question("first", kTwo)); // no longer there
+    turn();
+    EXPECT_THAT(answers, ElementsAre(1, 1));
+    EXPECT_TRUE(queue->isOpen());
+}
+
 TEST_F(Alerts, OfAWindowThatGoesAreClosed)
 {
     ask(question("first", kTwo));

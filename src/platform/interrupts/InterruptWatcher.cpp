@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "zumeta-render/InterruptWatcher.h"
+#include "platform/interrupts/InterruptWatcher.h"
 
 #include <array>
 #include <csignal>
