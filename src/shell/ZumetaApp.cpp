@@ -13,16 +13,31 @@ Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
 
 namespace zumeta {
 
-ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
+namespace {
+
+std::unique_ptr<UpdateService> updateService(const UpdateSetup& updates)
+{
+    if (!UpdateService::isConfigured(updates.bundle))
+        return nullptr;
+    return std::make_unique<UpdateService>(updates.bundle, updates.limits);
+}
+
+}
+
+ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer, const UpdateSetup& updates)
     : m_wrapPlayer(std::move(wrapPlayer))
     , m_settings(SettingsFile::defaultPath())
     , m_languages(m_settings)
     , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
     , m_sleepInhibitor(QDBusConnection::systemBus())
     , m_desktopMotion(QDBusConnection::sessionBus())
+    , m_updates(updateService(updates))
+    , m_checkForUpdates(m_updates ? std::make_unique<CheckForUpdatesViewModel>(*m_updates, m_dialogs, m_languages)
+                                  : nullptr)
     , m_session(std::make_unique<CompositorViewModel>(environment()))
-    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
-          m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
+    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{m_languages, *m_session, m_notifications,
+                                                                     m_monotonic, m_dialogs, m_dialogs, m_alerts,
+                                                                     m_modality, m_checkForUpdates.get()}))
 {
     const auto followDesktop = [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); };
     QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(), followDesktop);
