@@ -6,10 +6,13 @@
 #include "media/playback/AudioThread.h"
 #include "platform/BundleInfo.h"
 #include "platform/SettingsFile.h"
+#include "platform/desktop/DesktopNotifier.h"
+#include "platform/desktop/LauncherProgress.h"
 #include "platform/portal/DesktopMotion.h"
 #include "platform/sleep/LogindSleepInhibitor.h"
 #include "session/CompositorViewModel.h"
 #include "shell/AppDelegate.h"
+#include "shell/ExportOnDesktop.h"
 #include "shell/WindowDialogs.h"
 #include "surfaces/theme/SurfaceContext.h"
 #include "surfaces/window/CheckForUpdatesViewModel.h"
@@ -41,6 +44,9 @@ public:
     /// Nothing when the window could not be made; why is on standard error.
     QQuickWindow* window();
     void showWindow() { m_delegate->showWindow(); }
+    /// Brings the window back to whoever asks for it elsewhere on the desktop, with what the desktop gives so that a
+    /// window may come to the front.
+    void showAgain(const QByteArray& activationToken);
     CompositorViewModel& session() { return *m_session; }
     LanguageManager& languages() { return m_languages; }
     Dialogs& dialogs() { return m_dialogs; }
@@ -71,11 +77,14 @@ private:
     ProxyGenerator m_proxies;
     LogindSleepInhibitor m_sleepInhibitor;
     DesktopMotion m_desktopMotion;
+    DesktopNotifier m_notifier;
+    LauncherProgress m_launcher;
     // Both or neither: nobody can be asked unless the build is configured for it.
     std::unique_ptr<UpdateService> m_updates;
     std::unique_ptr<CheckForUpdatesViewModel> m_checkForUpdates;
     AudioThread m_audioThread;
     std::unique_ptr<CompositorViewModel> m_session;
+    std::unique_ptr<ExportOnDesktop> m_exportOnDesktop;
     std::unique_ptr<SurfaceContext> m_surfaces;
     std::unique_ptr<ProjectDialogs> m_projectDialogs;
     std::unique_ptr<AppDelegate> m_delegate;
