@@ -28,10 +28,4 @@ QUrl configuredURL(const BundleInfo& bundle, const QString& key, const QUrl& fal
     return configured.isValid() && !configured.isRelative() ? configured : fallback;
 }
 
-bool isUpdateCheckConfigured(const BundleInfo& bundle)
-{
-    return bundle.settings.contains(QStringLiteral("SUFeedURL")) &&
-           bundle.settings.contains(QStringLiteral("SUPublicEDKey"));
-}
-
 }

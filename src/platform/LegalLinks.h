@@ -18,7 +18,4 @@ struct LegalLinks {
 /// The page under this key. A value that is missing, or that no browser could open, gives the fallback.
 QUrl configuredURL(const BundleInfo& bundle, const QString& key, const QUrl& fallback);
 
-/// Whether there is a feed of updates and a key to believe it by; without either nobody asks for updates.
-bool isUpdateCheckConfigured(const BundleInfo& bundle);
-
 }

@@ -14,25 +14,46 @@ Q_IMPORT_QML_PLUGIN(ZumetaPlugin)
 
 namespace zumeta {
 
-ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
+namespace {
+
+std::unique_ptr<UpdateService> updateService(const UpdateSetup& updates)
+{
+    if (!UpdateService::isConfigured(updates.bundle))
+        return nullptr;
+    return std::make_unique<UpdateService>(updates.bundle, updates.limits);
+}
+
+}
+
+ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer, const UpdateSetup& updates)
     : m_wrapPlayer(std::move(wrapPlayer))
     , m_settings(SettingsFile::defaultPath())
     , m_languages(m_settings)
     , m_proxies(m_queue, ProxyGenerator::defaultProxyDirectory(), transcodingExports(compositorScaling()))
     , m_sleepInhibitor(QDBusConnection::systemBus())
     , m_desktopMotion(QDBusConnection::sessionBus())
+    , m_notifier(QDBusConnection::sessionBus())
+    , m_launcher(QDBusConnection::sessionBus(), m_queue)
+    , m_updates(updateService(updates))
+    , m_checkForUpdates(m_updates ? std::make_unique<CheckForUpdatesViewModel>(*m_updates, m_dialogs, m_languages)
+                                  : nullptr)
     , m_session(std::make_unique<CompositorViewModel>(environment()))
-    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
-          m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
+    , m_exportOnDesktop(std::make_unique<ExportOnDesktop>(*m_session, m_notifier, m_launcher))
+    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{m_languages, *m_session, m_notifications,
+                                                                     m_monotonic, m_dialogs, m_dialogs, m_alerts,
+                                                                     m_modality, m_checkForUpdates.get()}))
 {
     m_projectDialogs = std::make_unique<ProjectDialogs>(
         *m_session, m_dialogs, m_dialogs, [this](const QString& key) { return m_languages.localized(key); });
     m_delegate = std::make_unique<AppDelegate>(*m_surfaces);
+    QObject::connect(&m_notifier, &DesktopNotifier::activated, m_delegate.get(),
+                     [this](const QString& token) { showAgain(token.toUtf8()); });
     m_surfaces->installOn(m_engine);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Zumeta/window/Main.qml")));
     if (QQuickWindow* const made = window()) {
         m_delegate->applicationDidFinishLaunching(*made);
         m_dialogs.setWindow(*made);
+        m_exportOnDesktop->setWindow(*made);
     }
     followDesktop();
 }

@@ -4,13 +4,18 @@
 #include "media/ProxyGenerator.h"
 #include "media/VideoMetadataLoader.h"
 #include "media/playback/AudioThread.h"
+#include "platform/BundleInfo.h"
 #include "platform/SettingsFile.h"
+#include "platform/desktop/DesktopNotifier.h"
+#include "platform/desktop/LauncherProgress.h"
 #include "platform/portal/DesktopMotion.h"
 #include "platform/sleep/LogindSleepInhibitor.h"
 #include "session/CompositorViewModel.h"
 #include "shell/AppDelegate.h"
+#include "shell/ExportOnDesktop.h"
 #include "shell/WindowDialogs.h"
 #include "surfaces/theme/SurfaceContext.h"
+#include "surfaces/window/CheckForUpdatesViewModel.h"
 #include "surfaces/window/ProjectDialogs.h"
 
 #include <QQmlApplicationEngine>
@@ -19,13 +24,19 @@
 
 namespace zumeta {
 
+/// What decides whether and how updates can be asked for.
+struct UpdateSetup {
+    BundleInfo bundle = BundleInfo::main();
+    FetchLimits limits{};
+};
+
 /// The application: one session, one window, and all that they ask of the desktop.
 class ZumetaApp {
 public:
     /// What measurements put around each player; it owns the one that it is given.
     using WrapPlayer = std::function<std::unique_ptr<Player>(std::unique_ptr<Player>)>;
 
-    explicit ZumetaApp(WrapPlayer wrapPlayer = {});
+    explicit ZumetaApp(WrapPlayer wrapPlayer = {}, const UpdateSetup& updates = {});
     ~ZumetaApp();
     ZumetaApp(const ZumetaApp&) = delete; // its parts hold each other's addresses
     ZumetaApp& operator=(const ZumetaApp&) = delete;
@@ -77,9 +88,15 @@ private:
     ProxyGenerator m_proxies;
     LogindSleepInhibitor m_sleepInhibitor;
     DesktopMotion m_desktopMotion;
+    DesktopNotifier m_notifier;
+    LauncherProgress m_launcher;
+    // Both or neither: nobody can be asked unless the build is configured for it.
+    std::unique_ptr<UpdateService> m_updates;
+    std::unique_ptr<CheckForUpdatesViewModel> m_checkForUpdates;
     AudioThread m_audioThread;
     EndOfExports m_endOfExports; // after the session
     std::unique_ptr<CompositorViewModel> m_session;
+    std::unique_ptr<ExportOnDesktop> m_exportOnDesktop;
     std::unique_ptr<SurfaceContext> m_surfaces;
     std::unique_ptr<ProjectDialogs> m_projectDialogs;
     std::unique_ptr<AppDelegate> m_delegate;

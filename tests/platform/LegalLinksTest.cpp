@@ -43,17 +43,5 @@ TEST(LegalLinks, AValueThatIsNoAddressGivesTheFallback)
         EXPECT_EQ(configuredURL(deployedWith({{key, QString::fromLatin1(value)}}), key, fallback), fallback) << value;
 }
 
-TEST(UpdateCheck, NeedsBothItsFeedAndItsKey)
-{
-    const auto configured = [](const char* feed, const char* key) {
-        return isUpdateCheckConfigured(deployedWith({{QStringLiteral("SUFeedURL"), QString::fromLatin1(feed)},
-                                                     {QStringLiteral("SUPublicEDKey"), QString::fromLatin1(key)}}));
-    };
-    EXPECT_TRUE(configured("https://feed.example/", "AAAA"));
-    EXPECT_FALSE(configured("https://feed.example/", ""));
-    EXPECT_FALSE(configured("", "AAAA"));
-    EXPECT_FALSE(isUpdateCheckConfigured(deployedWith({})));
-}
-
 }
 }

@@ -9,6 +9,7 @@
 #include "surfaces/window/ModalState.h"
 
 namespace zumeta {
+class CheckForUpdatesViewModel;
 class Clock;
 class CompositorViewModel;
 class FileChooser;
@@ -24,6 +25,7 @@ struct SurfaceEnvironment {
     FileChooser& fileChooser;
     AlertQueue& alerts;
     ModalState& modality;
+    CheckForUpdatesViewModel* updates = nullptr; ///< none where nobody can be asked
 };
 
 /// What all surfaces of one engine share: QML finds its singletons here. It must outlive the engine, and what it refers
@@ -45,6 +47,7 @@ public:
     FileChooser& fileChooser() { return m_environment.fileChooser; }
     AlertQueue& alerts() { return m_environment.alerts; }
     ModalState& modality() { return m_environment.modality; }
+    CheckForUpdatesViewModel* updates() { return m_environment.updates; }
     /// The one by which all of the window knows whether a number is being typed.
     TextFieldFocusTracker& fieldFocus() { return m_fieldFocus; }
     KeyboardFocus& keyboardFocus() { return m_keyboardFocus; }

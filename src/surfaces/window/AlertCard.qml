@@ -26,6 +26,7 @@ ModalCard {
                 text: AlertQueue.title
                 color: Theme.text1
                 font: Typography.alertTitle
+                textFormat: Text.PlainText
                 wrapMode: Text.Wrap
             }
             Text {
@@ -35,6 +36,7 @@ ModalCard {
                 font: Typography.body
                 lineHeightMode: Text.FixedHeight
                 lineHeight: 20 + Typography.extraLineHeight
+                textFormat: Text.PlainText
                 wrapMode: Text.Wrap
             }
             Item { width: 1; height: 4 }

@@ -5,6 +5,7 @@
 #include "platform/NotificationCenter.h"
 #include "session/CompositorViewModel.h"
 #include "surfaces/theme/SurfaceContext.h"
+#include "surfaces/window/CheckForUpdatesViewModel.h"
 #include "surfaces/window/MenuModel.h"
 
 #include <QDesktopServices>
@@ -35,6 +36,7 @@ MenuFacts MenuModel::facts() const
             .hasTimeline = session.duration() > 0,
             .isSideLocked = (step == Step::step1 && session.manualSyncTimeAbove()) ||
                             (step == Step::step2 && session.manualSyncTimeBelow()),
+            .canCheckForUpdates = m_context.updates() && m_context.updates()->canCheckForUpdates(),
             .edited = m_edited.facts()};
 }
 
@@ -45,6 +47,8 @@ void MenuModel::perform(MenuCommand command)
         m_isAboutShown = true;
         Q_EMIT isAboutShownChanged();
         return;
+    case MenuCommand::checkForUpdates:
+        return m_context.updates()->checkForUpdates(); // without them there is no such item
     case MenuCommand::saveProject:
         return m_context.session().prepareProjectForSave();
     case MenuCommand::openProject:

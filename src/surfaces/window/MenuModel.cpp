@@ -2,9 +2,9 @@
 #include "surfaces/window/MenuModel.h"
 
 #include "platform/BundleInfo.h"
-#include "platform/LegalLinks.h"
 #include "session/CompositorViewModel.h"
 #include "surfaces/theme/SurfaceContext.h"
+#include "surfaces/window/CheckForUpdatesViewModel.h"
 
 #include <QGuiApplication>
 #include <memory>
@@ -13,11 +13,6 @@
 namespace zumeta {
 
 namespace {
-
-UpdateCheck updateCheck()
-{
-    return isUpdateCheckConfigured(BundleInfo::main()) ? UpdateCheck::isConfigured : UpdateCheck::isNotConfigured;
-}
 
 std::vector<const MenuItem*> itemsWithKeys(const std::vector<Menu>& menus)
 {
@@ -36,10 +31,12 @@ std::vector<const MenuItem*> itemsWithKeys(const std::vector<Menu>& menus)
 MenuModel::MenuModel(SurfaceContext& context, QObject* parent)
     : QAbstractListModel(parent)
     , m_context(context)
-    , m_menus(appMenus(updateCheck()))
+    , m_menus(appMenus(context.updates() ? UpdateCheck::isConfigured : UpdateCheck::isNotConfigured))
 {
     connect(&context.session(), &CompositorViewModel::changed, this, &MenuModel::refresh);
     connect(&context.modality(), &ModalState::changed, this, &MenuModel::refresh);
+    if (context.updates())
+        connect(context.updates(), &CheckForUpdatesViewModel::canCheckForUpdatesChanged, this, &MenuModel::refresh);
 }
 
 MenuModel* MenuModel::create(QQmlEngine* engine, QJSEngine*)

@@ -63,7 +63,7 @@ WindowJourney::~WindowJourney() = default;
 
 void WindowJourney::open(QSize size)
 {
-    m_app = std::make_unique<ZumetaApp>();
+    m_app = makeApp();
     ASSERT_TRUE(m_app->window());
     window().resize(size);
     window().show();

@@ -38,6 +38,8 @@ protected:
     /// Opens the window at this size. Again after close(): what was stored is there.
     void open(QSize size = {1400, 900});
     void close();
+    /// What open() opens.
+    virtual std::unique_ptr<ZumetaApp> makeApp() { return std::make_unique<ZumetaApp>(); }
     ZumetaApp& app() { return *m_app; }
     /// That of the application, unless a test has its own.
     virtual QQuickWindow& window() { return *m_app->window(); }
