@@ -4,6 +4,7 @@
 #include "PlayingReport.h"
 #include "render/preview/CompositePlayerNSView.h"
 #include "shell/ZumetaApp.h"
+#include "surfaces/guides/OnboardingGuide.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -132,10 +133,17 @@ void measureRest(const char* screen)
     std::fflush(stdout);
 }
 
+/// The screens are those of a user who knows them.
+void takeGuideAsSeen()
+{
+    SettingsFile(SettingsFile::defaultPath()).setBoolean(kHasSeenFirstRunOnboardingKey, true);
+}
+
 /// Every screen in turn, 15 s after the last change.
 int measureRests(int& argc, char** argv, const char* above, const char* below)
 {
     const QApplication application(argc, argv);
+    takeGuideAsSeen();
     ZumetaApp app;
     QQuickWindow& window = *app.window();
     CompositorViewModel& session = app.session();
@@ -166,6 +174,7 @@ int measureRests(int& argc, char** argv, const char* above, const char* below)
 int measurePlaying(int& argc, char** argv, const char* above, const char* below, double seconds)
 {
     const QApplication application(argc, argv);
+    takeGuideAsSeen();
     std::vector<NotingPlayer*> players; // above, below: the order in which the session asks for them
     ZumetaApp app([&](std::unique_ptr<Player> player) {
         auto noting = std::make_unique<OwnedNotingPlayer>(std::move(player));

@@ -21,8 +21,9 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer)
     , m_sleepInhibitor(QDBusConnection::systemBus())
     , m_desktopMotion(QDBusConnection::sessionBus())
     , m_session(std::make_unique<CompositorViewModel>(environment()))
-    , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{
-          m_languages, *m_session, m_notifications, m_monotonic, m_dialogs, m_dialogs, m_alerts, m_modality}))
+    , m_surfaces(
+          std::make_unique<SurfaceContext>(SurfaceEnvironment{m_languages, *m_session, m_notifications, m_monotonic,
+                                                              m_settings, m_dialogs, m_dialogs, m_alerts, m_modality}))
 {
     const auto followDesktop = [this] { m_surfaces->motion().setReduced(m_desktopMotion.isReduced()); };
     QObject::connect(&m_desktopMotion, &DesktopMotion::isReducedChanged, &m_surfaces->motion(), followDesktop);
