@@ -5,6 +5,7 @@
 #include "render/preview/CompositePlayerNSView.h"
 #include "shell/RendererChoice.h"
 #include "shell/ZumetaApp.h"
+#include "surfaces/guides/OnboardingGuide.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -143,11 +144,18 @@ void measureRest(const char* screen)
     std::fflush(stdout);
 }
 
+/// The screens are those of a user who knows them.
+void takeGuideAsSeen()
+{
+    SettingsFile(SettingsFile::defaultPath()).setBoolean(kHasSeenFirstRunOnboardingKey, true);
+}
+
 /// Every screen in turn, 15 s after the last change.
 int measureRests(int& argc, char** argv, const char* above, const char* below)
 {
     const QApplication application(argc, argv);
     chooseSceneGraph();
+    takeGuideAsSeen();
     ZumetaApp app;
     QQuickWindow& window = *app.window();
     CompositorViewModel& session = app.session();
@@ -179,6 +187,7 @@ int measurePlaying(int& argc, char** argv, const char* above, const char* below,
 {
     const QApplication application(argc, argv);
     chooseSceneGraph();
+    takeGuideAsSeen();
     std::vector<NotingPlayer*> players; // above, below: the order in which the session asks for them
     ZumetaApp app([&](std::unique_ptr<Player> player) {
         auto noting = std::make_unique<OwnedNotingPlayer>(std::move(player));

@@ -2,7 +2,6 @@
 #include "surfaces/guides/OnboardingCards.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace zumeta {
 
@@ -16,7 +15,6 @@ constexpr double kMargin = kOnboardingWindowMargin;
 constexpr double kGap = kOnboardingTargetGap;
 constexpr double kLeastX = kHalfWidth + kMargin;
 constexpr double kLeastY = kHalfHeight + kMargin;
-constexpr double kSmallestSide = 8;
 /// Targets whose middle lies farther right have their card at their left.
 constexpr double kLeftShare = 0.62;
 
@@ -82,20 +80,6 @@ QPointF middle(QSizeF overlay)
 
 }
 
-bool isUsableOnboardingRect(const QRectF& rect)
-{
-    return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width()) &&
-           std::isfinite(rect.height()) && rect.width() > kSmallestSide && rect.height() > kSmallestSide;
-}
-
-std::optional<QRectF> usableAnchor(const OnboardingAnchors& anchors, InteractiveOnboardingTarget target)
-{
-    const auto found = anchors.find(target);
-    if (found == anchors.end() || !isUsableOnboardingRect(found->second))
-        return std::nullopt;
-    return found->second;
-}
-
 QPointF cardPosition(InteractiveOnboardingTarget target, const OnboardingAnchors& anchors, QSizeF overlay)
 {
     const std::optional<QRectF> rect = usableAnchor(anchors, target);
@@ -111,6 +95,17 @@ QPointF simultaneousCardPosition(InteractiveOnboardingTarget target, const Onboa
     const QRectF seen = *rect & QRectF(QPointF(), overlay);
     return insideOverlay({std::max(seen.left() - kHalfWidth - kMargin, kLeastX), commonY(seen, overlay.height())},
                          overlay);
+}
+
+QRectF cardFrame(QPointF middle, double height, const std::optional<QRectF>& target, QSizeF overlay)
+{
+    const QRectF usual(middle.x() - kHalfWidth, middle.y() - kHalfHeight, kOnboardingCardWidth, kOnboardingCardHeight);
+    const double extra = std::max(height - kOnboardingCardHeight, 0.0);
+    const bool growsUp = target && usual.bottom() <= target->top();
+    const double top = growsUp ? usual.top() - extra : usual.top();
+    const double lowestTop = overlay.height() - kMargin - usual.height() - extra;
+    const double leastTop = std::min(usual.top(), kOnboardingLeastTop);
+    return {usual.left(), held(top, leastTop, lowestTop), usual.width(), usual.height() + extra};
 }
 
 }

@@ -9,6 +9,9 @@
 
 namespace zumeta {
 
+/// Of the settings: the user has seen the guide, or wants none.
+inline const QString kHasSeenFirstRunOnboardingKey = QStringLiteral("ZumetaApp.hasSeenFirstRunOnboarding.v1");
+
 /// The controls that the guide for newcomers points at.
 enum class InteractiveOnboardingTarget {
     aboveDropArea, ///< serves both sides

@@ -81,6 +81,11 @@ Rectangle {
 
         function onSightWanted(part: Item) { scroller.show(part); }
     }
+    Connections {
+        target: OnboardingModel
+
+        function onSightWanted(part: rect) { scroller.showPart(part); }
+    }
     NumberAnimation {
         id: scrolling
 

@@ -30,6 +30,7 @@ ColumnLayout {
         Accessible.checked: root.isOpen
         onClicked: root.toggled()
 
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step3Adjustments }
         Icon {
             anchors.verticalCenter: parent.verticalCenter
             name: "chevron-right"
@@ -67,6 +68,8 @@ ColumnLayout {
             row: modelData
             order: index
             accent: root.accent
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step3Adjustments }
         }
     }
 }

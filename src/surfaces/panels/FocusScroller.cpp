@@ -26,8 +26,21 @@ void FocusScroller::show(QQuickItem* part)
         return;
     const QQuickItem* const item = wholeOf(part);
     const QRectF place = item->mapRectToItem(m_content, QRectF(0, 0, item->width(), item->height()));
+    bringIntoSight(place.top(), place.bottom());
+}
+
+void FocusScroller::showPart(const QRectF& part)
+{
+    if (!m_content)
+        return;
+    const QRectF place = m_content->mapRectFromScene(part);
+    bringIntoSight(place.top(), place.bottom());
+}
+
+void FocusScroller::bringIntoSight(double first, double last)
+{
     const ScrollRange range{.top = -m_content->y(), .viewHeight = height(), .contentHeight = m_content->height()};
-    const double top = range.topShowing(place.top(), place.bottom());
+    const double top = range.topShowing(first, last);
     if (top != range.top)
         Q_EMIT scrollWanted(top);
 }

@@ -20,6 +20,8 @@ public:
     void setContent(QQuickItem* content);
     /// An item of the content. What stands within an item that has the property `isSeenWhole` brings all of that along.
     Q_INVOKABLE void show(QQuickItem* part);
+    /// A part of the content, as it stands in the window now.
+    Q_INVOKABLE void showPart(const QRectF& part);
 
 Q_SIGNALS:
     void contentChanged();
@@ -32,6 +34,7 @@ protected:
 private:
     void followFocus();
     QQuickItem* wholeOf(QQuickItem* part) const;
+    void bringIntoSight(double first, double last);
 
     QPointer<QQuickItem> m_content;
     QMetaObject::Connection m_following;

@@ -27,6 +27,8 @@ Item {
         isFilled: true
         visible: root.isShown
         onClicked: root.clicked()
+
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.NextStepButton }
     }
     states: State { name: "shown"; when: root.isShown }
     transitions: Transition {

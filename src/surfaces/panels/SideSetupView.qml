@@ -63,6 +63,8 @@ StepView {
         hasGlow: root.setup.isLockHighlighted
         enabled: root.setup.isLockAvailable
         onClicked: root.setup.pressLock()
+
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.LockButton }
     }
     NextStepButton {
         id: nextStep

@@ -77,6 +77,8 @@ StepView {
             row: modelData
             order: index
             accent: root.accent
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step3Adjustments }
         }
     }
     AdvancedAdjustments {

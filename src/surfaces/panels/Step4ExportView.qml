@@ -41,6 +41,8 @@ StepView {
             Layout.bottomMargin: index === 0 ? 11 : 13
             row: modelData
             accent: root.accent
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step4Adjustments }
         }
     }
     RowLayout {
@@ -57,6 +59,8 @@ StepView {
             isDimmed: Step4Actions.isTrimStartDimmed
             accent: root.accent
             onClicked: Step4Actions.setTrimStartToPlayhead()
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step4Adjustments }
         }
         TrimMarkerButton {
             objectName: "trimEndButton"
@@ -68,6 +72,8 @@ StepView {
             isDimmed: Step4Actions.isTrimEndDimmed
             accent: root.accent
             onClicked: Step4Actions.setTrimEndToPlayhead()
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step4Adjustments }
         }
     }
     RowLayout {
@@ -83,6 +89,8 @@ StepView {
             icon: "plus-circle"
             accent: root.accent
             onClicked: Step4Actions.addMarker()
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step4Adjustments }
         }
         TrimMarkerButton {
             objectName: "clearMarkersButton"
@@ -92,6 +100,8 @@ StepView {
             icon: "trash"
             accent: root.accent
             onClicked: Step4Actions.clearMarkers()
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Step4Adjustments }
         }
     }
     PartialResetButton {
@@ -113,6 +123,8 @@ StepView {
         hasGlow: true
         enabled: !Step4Actions.isExporting
         onClicked: Step4Actions.openExportSheet()
+
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.ExportButton }
     }
     StatusLine {
         Layout.fillWidth: true

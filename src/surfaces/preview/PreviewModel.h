@@ -22,6 +22,7 @@ class PreviewModel final : public QObject {
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(bool hasSurface READ hasSurface NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasSkeletonOverlay READ hasSkeletonOverlay NOTIFY changed FINAL)
     Q_PROPERTY(bool hasMissingMediaView READ hasMissingMediaView NOTIFY changed FINAL)
     Q_PROPERTY(bool isPickOpen READ isPickOpen NOTIFY changed FINAL)
     Q_PROPERTY(bool hasTapGuide READ hasTapGuide NOTIFY changed FINAL)
@@ -47,6 +48,7 @@ public:
     static PreviewModel* create(QQmlEngine* engine, QJSEngine*);
 
     bool hasSurface() const { return m_shown.stack.hasSurface; }
+    bool hasSkeletonOverlay() const { return m_shown.stack.hasSkeletonOverlay; }
     bool hasMissingMediaView() const { return m_shown.stack.hasMissingMediaView; }
     bool isPickOpen() const { return m_shown.isPickOpen; }
     bool hasTapGuide() const { return m_shown.hasTapGuide; }

@@ -37,6 +37,13 @@ Rectangle {
                 height: surface.frame.height
                 clip: true
 
+                OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Preview }
+                Loader {
+                    anchors.fill: parent
+                    active: PreviewModel.hasSkeletonOverlay
+
+                    sourceComponent: SkeletonOverlayView { objectName: "skeletonOverlay" }
+                }
                 WaterlineIndicator {
                     width: parent.width
                     position: PreviewModel.waterlineIndicatorY
@@ -88,6 +95,8 @@ Rectangle {
             isHighlighted: FilesModel.isDropZoneHighlighted
             isDragOver: dropTarget.isDragOver
             onChosen: FilesModel.chooseVideos()
+
+            OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.AboveDropArea }
         }
     }
     MissingMediaView {

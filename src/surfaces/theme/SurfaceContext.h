@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 #include "surfaces/controls/TextFieldFocusTracker.h"
+#include "surfaces/guides/OnboardingTargets.h"
 #include "surfaces/theme/KeyboardFocus.h"
 #include "surfaces/theme/Motion.h"
 #include "surfaces/theme/Texts.h"
@@ -14,6 +15,7 @@ class Clock;
 class CompositorViewModel;
 class FileChooser;
 class NotificationCenter;
+class UserDefaults;
 
 /// What the surfaces are given from outside.
 struct SurfaceEnvironment {
@@ -21,6 +23,7 @@ struct SurfaceEnvironment {
     CompositorViewModel& session;
     NotificationCenter& notifications; ///< that of the session
     const Clock& clock;
+    UserDefaults& defaults;
     Dialogs& dialogs;
     FileChooser& fileChooser;
     AlertQueue& alerts;
@@ -43,6 +46,7 @@ public:
     LanguageManager& languages() { return m_environment.languages; }
     NotificationCenter& notifications() { return m_environment.notifications; }
     const Clock& clock() const { return m_environment.clock; }
+    UserDefaults& defaults() { return m_environment.defaults; }
     Dialogs& dialogs() { return m_environment.dialogs; }
     FileChooser& fileChooser() { return m_environment.fileChooser; }
     AlertQueue& alerts() { return m_environment.alerts; }
@@ -51,6 +55,8 @@ public:
     /// The one by which all of the window knows whether a number is being typed.
     TextFieldFocusTracker& fieldFocus() { return m_fieldFocus; }
     KeyboardFocus& keyboardFocus() { return m_keyboardFocus; }
+    /// What the guide can point at.
+    OnboardingTargets& onboardingTargets() { return m_onboardingTargets; }
     Motion& motion() { return m_motion; }
     Typography& typography() { return m_typography; }
     Texts& texts() { return m_texts; }
@@ -59,6 +65,7 @@ private:
     SurfaceEnvironment m_environment;
     TextFieldFocusTracker m_fieldFocus;
     KeyboardFocus m_keyboardFocus{nullptr};
+    OnboardingTargets m_onboardingTargets;
     Motion m_motion{nullptr};
     Typography m_typography;
     Texts m_texts;

@@ -34,6 +34,7 @@ QtObject {
     readonly property color waterline: "#994A9EFF"
 
     readonly property color scrim: "#A303070E"
+    readonly property color spotlightDim: "#B803070E"
     readonly property color exportScrim: "#BD03070E"
     readonly property color plate: "#C7060B14"
     readonly property color linePlate: "#B8060B14" // under the label of a line on the picture

@@ -31,6 +31,7 @@ Item {
         value: root.width
     }
 
+    OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Timeline }
     Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width
@@ -62,6 +63,8 @@ Item {
 
         Behavior on width { NumberAnimation { duration: Motion.thumb; easing.type: Easing.InOutQuad } }
         Behavior on height { NumberAnimation { duration: Motion.thumb; easing.type: Easing.InOutQuad } }
+
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.Timeline } // it hangs out at the low end
     }
     KnobInstructionTooltip {
         objectName: "thumbDragHint"
@@ -76,6 +79,8 @@ Item {
             enabled: root.slider.isHintAnimated
             NumberAnimation { duration: Motion.smooth; easing.type: Easing.OutCubic }
         }
+
+        OnboardingAnchor { anchors.fill: parent; target: OnboardingAnchor.TimelineInstruction }
     }
     FocusRing {
         control: root

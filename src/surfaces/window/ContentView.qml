@@ -17,6 +17,11 @@ Item {
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: root.isFullScreen ? 0 : implicitHeight
         visible: !root.isFullScreen
+        z: 2
+    }
+    InteractiveOnboardingOverlay { // the first that Tab comes to
+        anchors.fill: parent
+        z: 1
     }
     Item {
         id: column
@@ -45,12 +50,24 @@ Item {
             height: implicitHeight
             enabled: root.isColumnFree
         }
+    }
+    Item { // over the picture, and over the guide
+        anchors.fill: column
+        z: 2
+
         ExportProgressOverlay {
             anchors.fill: parent
             picture: preview
         }
-        ExportResultToast {
-            anchors { horizontalCenter: preview.horizontalCenter; top: preview.top; topMargin: 20 }
+        Item {
+            x: preview.x
+            y: preview.y
+            width: preview.width
+            height: preview.height
+
+            ExportResultToast {
+                anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: 20 }
+            }
         }
     }
     Loader {

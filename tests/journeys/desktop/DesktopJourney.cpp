@@ -98,6 +98,8 @@ void DesktopJourney::startDragSource(QPoint place, const std::vector<std::filesy
     for (const std::filesystem::path& file : files)
         words << QString::fromStdString(file.native());
     m_dragSourcePlace = place + QPoint(60, 30);
+    if (m_dragSource.state() != QProcess::NotRunning)
+        stop(m_dragSource);
     ASSERT_TRUE(startBound(m_dragSource, QStringLiteral(DRAG_SOURCE), words));
     ASSERT_TRUE(waitFor([&] { return m_dragSource.readAllStandardOutput().contains("ready"); }));
 }

@@ -27,7 +27,7 @@ protected:
     /// The whole screen, as whoever sits before it sees it.
     QImage screenshot() const;
 
-    /// Another program, whose window at this place offers the files to be dragged away.
+    /// Another program, whose window at this place offers the files to be dragged away, in the place of one before it.
     void startDragSource(QPoint place, const std::vector<std::filesystem::path>& files);
     /// From the source's window to this place of the screen, in steps as of a hand.
     void dragFilesTo(QPoint place);

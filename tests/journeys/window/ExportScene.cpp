@@ -11,8 +11,8 @@ ExportScene::ExportScene()
 {
     harness.localized = [this](const QString& key) { return languages.localized(key); };
     surfaces = std::make_unique<SurfaceContext>(SurfaceEnvironment{languages, *harness.session, harness.notifications,
-                                                                   harness.time, windowDialogs, windowDialogs, alerts,
-                                                                   modality});
+                                                                   harness.time, defaults, windowDialogs, windowDialogs,
+                                                                   alerts, modality});
 }
 
 ExportScene::~ExportScene() = default;

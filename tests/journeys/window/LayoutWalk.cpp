@@ -121,6 +121,13 @@ template <typename Place> void lookForOverlaps(const std::vector<QQuickItem*>& i
     }
 }
 
+/// The guide for newcomers, which dims all the rest and takes what is pressed there.
+QQuickItem* guide(QQuickWindow& window)
+{
+    auto* const overlay = window.findChild<QQuickItem*>(QStringLiteral("onboardingOverlay"));
+    return overlay && overlay->isVisible() ? overlay : nullptr;
+}
+
 /// The items of the popup that is on top, if a modal one is open.
 QQuickItem* modalPopupItem(const QQuickWindow& window)
 {
@@ -142,8 +149,10 @@ QQuickItem* modalPopupItem(const QQuickWindow& window)
 std::vector<QQuickItem*> reachableItems(QQuickWindow& window)
 {
     std::vector<QQuickItem*> items;
-    QQuickItem* const popup = modalPopupItem(window);
-    collect(popup ? popup : window.contentItem(), 1, items);
+    QQuickItem* front = modalPopupItem(window);
+    if (!front)
+        front = guide(window);
+    collect(front ? front : window.contentItem(), 1, items);
     return items;
 }
 

@@ -7,8 +7,8 @@ class QQuickWindow;
 
 namespace zumeta::test {
 
-/// Every item of a window that can be seen, those behind before those in front. While something modal is open, only
-/// what it holds, because the rest is dimmed and out of reach.
+/// Every item of a window that can be seen, those behind before those in front. While something modal is open, or the
+/// guide for newcomers, only what it holds, because the rest is dimmed and out of reach.
 std::vector<QQuickItem*> reachableItems(QQuickWindow& window);
 
 /// Everything that is wrong with how the items of a window stand to each other, a sentence each: texts that are cut

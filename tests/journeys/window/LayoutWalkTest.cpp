@@ -98,6 +98,16 @@ TEST(LayoutWalk, LooksOnlyAtWhatCanBeSeen)
                 IsEmpty());
 }
 
+TEST(LayoutWalk, LooksOnlyAtTheGuideWhileItIsShown)
+{
+    const std::string window = "Text { text: 'One' } Text { x: 5; text: 'Two' }"
+                               "Item { objectName: 'onboardingOverlay'; visible: %;"
+                               " Text { text: 'Three'; font.pixelSize: 9 } }";
+    const auto with = [&](const char* visible) { return std::string(window).replace(window.find('%'), 1, visible); };
+    EXPECT_THAT(faultsIn(with("true").c_str()), ElementsAre("QQuickText 'Three' is only 9 high"));
+    EXPECT_THAT(faultsIn(with("false").c_str()), ElementsAre("QQuickText 'One' and QQuickText 'Two' overlap"));
+}
+
 TEST(LayoutWalk, LooksOnlyAtWhatAModalPopupLeavesInReach)
 {
     EXPECT_THAT(faultsIn("Text { text: 'One' } Text { x: 5; text: 'Two' }"

@@ -4,6 +4,8 @@
 #include "support/FootageMaker.h"
 
 #include "platform/Log.h"
+#include "platform/SettingsFile.h"
+#include "surfaces/guides/OnboardingGuide.h"
 #include "surfaces/theme/SurfaceContext.h"
 
 #include <QApplication>
@@ -57,9 +59,15 @@ WindowJourney::WindowJourney()
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
         qputenv(folder, QByteArray::fromStdString(path.native()));
     }
+    SettingsFile(SettingsFile::defaultPath()).setBoolean(kHasSeenFirstRunOnboardingKey, true);
 }
 
 WindowJourney::~WindowJourney() = default;
+
+void WindowJourney::beNewcomer()
+{
+    SettingsFile(SettingsFile::defaultPath()).remove(kHasSeenFirstRunOnboardingKey);
+}
 
 void WindowJourney::open(QSize size)
 {

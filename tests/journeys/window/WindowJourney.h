@@ -12,12 +12,15 @@ class QFileDialog;
 
 namespace zumeta::test {
 
-/// The application for a user who has just been given this machine: nothing is stored, and the language is English.
+/// The application for a user who has just been given this machine: the language is English, and nothing is stored but
+/// that the guide for newcomers was seen.
 class WindowJourney : public testing::Test {
 protected:
     WindowJourney();
     ~WindowJourney() override;
 
+    /// Before open(): the user has not seen the guide.
+    static void beNewcomer();
     /// The desktop's file dialog, while one is open.
     static QFileDialog* fileDialog();
     /// Types this into the dialog that is open or opens now, and takes it.

@@ -2,7 +2,6 @@
 #include "surfaces/guides/OnboardingCards.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 
 namespace zumeta {
 namespace {
@@ -10,22 +9,6 @@ namespace {
 using enum InteractiveOnboardingTarget;
 
 constexpr QSizeF kWindow(1400, 900);
-
-TEST(OnboardingRect, IsUsableFromMoreThanEightOnEachSide)
-{
-    EXPECT_TRUE(isUsableOnboardingRect({0, 0, 8.1, 8.1}));
-    EXPECT_FALSE(isUsableOnboardingRect({0, 0, 8, 20}));
-    EXPECT_FALSE(isUsableOnboardingRect({0, 0, 20, 8}));
-    EXPECT_FALSE(isUsableOnboardingRect({}));
-}
-
-TEST(OnboardingRect, OfNumbersThatAreNoneIsNotUsable)
-{
-    const double infinity = std::numeric_limits<double>::infinity();
-    EXPECT_FALSE(isUsableOnboardingRect({std::numeric_limits<double>::quiet_NaN(), 0, 20, 20}));
-    EXPECT_FALSE(isUsableOnboardingRect({0, infinity, 20, 20}));
-    EXPECT_FALSE(isUsableOnboardingRect({0, 0, infinity, 20}));
-}
 
 TEST(OnboardingCard, OfTheDropAreaStandsInThePicturesCorner)
 {
@@ -120,6 +103,38 @@ TEST(OnboardingCards, OfAdjustmentsCountTheirVisiblePartAndStayInside)
 {
     const OnboardingAnchors anchors{{step4Adjustments, {-200, 300, 350, 280}}};
     EXPECT_EQ(simultaneousCardPosition(step4Adjustments, anchors, kWindow).x(), 174);
+}
+
+// The place that is computed is that of a card of the usual height.
+
+TEST(OnboardingCardFrame, IsAroundItsMiddle)
+{
+    EXPECT_EQ(cardFrame({700, 450}, 120, std::nullopt, kWindow), QRectF(550, 355, 300, 190));
+}
+
+TEST(OnboardingCardFrame, GrowsAwayFromATargetBelowIt)
+{
+    const QRectF target(1030, 500, 350, 48);
+    EXPECT_EQ(cardFrame({862, 387}, 250, target, kWindow), QRectF(712, 232, 300, 250));
+}
+
+TEST(OnboardingCardFrame, GrowsAwayFromATargetAboveIt)
+{
+    const QRectF target(1030, 100, 350, 48);
+    EXPECT_EQ(cardFrame({862, 261}, 250, target, kWindow), QRectF(712, 166, 300, 250));
+}
+
+TEST(OnboardingCardFrame, OnItsTargetGrowsDownward)
+{
+    const QRectF picture(0, 169, 1010, 568);
+    EXPECT_EQ(cardFrame({836, 282}, 250, picture, kWindow), QRectF(686, 187, 300, 250));
+}
+
+TEST(OnboardingCardFrame, ThatGrowsStaysInTheWindowAndClearOfTheMenuBar)
+{
+    EXPECT_EQ(cardFrame({862, 162}, 250, QRectF(1030, 275, 350, 48), kWindow).top(), 36);
+    EXPECT_EQ(cardFrame({862, 119}, 250, QRectF(1030, 232, 350, 48), kWindow).top(), 24);
+    EXPECT_EQ(cardFrame({862, 781}, 250, QRectF(1030, 600, 350, 48), kWindow).bottom(), 900 - 24);
 }
 
 }
