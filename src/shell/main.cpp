@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/ApplicationIdentity.h"
 #include "shell/Program.h"
 
 #include <QApplication>
@@ -8,8 +9,9 @@ int main(int argc, char** argv)
 {
     // A file that grows past a limit is an error of the write, told like a full disk, and no reason to be killed.
     std::signal(SIGXFSZ, SIG_IGN);
-    QCoreApplication::setApplicationName(QStringLiteral("Zumeta"));
+    zumeta::nameApplication();
     // The desktop's own file dialogs are widgets.
     QApplication application(argc, argv);
+    zumeta::giveApplicationItsIcon();
     return zumeta::runProgram(application);
 }
