@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/ApplicationIdentity.h"
 
+#include "platform/desktop/DesktopId.h"
+
 #include <QGuiApplication>
 #include <QIcon>
 
@@ -9,7 +11,7 @@ namespace zumeta {
 void nameApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("Zumeta"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("com.zumetaapp.Zumeta"));
+    QGuiApplication::setDesktopFileName(desktopId());
 }
 
 void giveApplicationItsIcon()

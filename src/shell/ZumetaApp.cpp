@@ -40,8 +40,8 @@ ZumetaApp::ZumetaApp(WrapPlayer wrapPlayer, const UpdateSetup& updates)
     , m_session(std::make_unique<CompositorViewModel>(environment()))
     , m_exportOnDesktop(std::make_unique<ExportOnDesktop>(*m_session, m_notifier, m_launcher))
     , m_surfaces(std::make_unique<SurfaceContext>(SurfaceEnvironment{m_languages, *m_session, m_notifications,
-                                                                     m_monotonic, m_settings, m_dialogs, m_dialogs, m_alerts,
-                                                                     m_modality, m_checkForUpdates.get()}))
+                                                                     m_monotonic, m_settings, m_dialogs, m_dialogs,
+                                                                     m_alerts, m_modality, m_checkForUpdates.get()}))
 {
     m_projectDialogs = std::make_unique<ProjectDialogs>(
         *m_session, m_dialogs, m_dialogs, [this](const QString& key) { return m_languages.localized(key); });
