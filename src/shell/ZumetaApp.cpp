@@ -7,6 +7,8 @@
 #include "render/CompositorScaling.h"
 #include "render/export/ExportService.h"
 
+#include <QGuiApplication>
+#include <QQuickWindow>
 #include <QSessionManager>
 #include <QtQml/qqmlextensionplugin.h>
 
