@@ -39,6 +39,6 @@ PressableArea {
     }
     Tooltip {
         text: root.text
-        visible: root.text && (root.hovered || root.activeFocus) && !root.pressed
+        visible: root.text && (root.hovered || root.activeFocus) && !root.pressed && !root.isOn
     }
 }
