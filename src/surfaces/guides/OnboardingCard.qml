@@ -40,6 +40,13 @@ FocusScope {
         easing.type: Easing.OutCubic
     }
 
+    TextMetrics {
+        id: okWord
+
+        text: Words.of("OK")
+        font: Typography.buttonLarge
+    }
+
     MouseArea { // the layer beneath would take the press for one beside the card
         anchors.fill: parent
         acceptedButtons: Qt.AllButtons
@@ -112,8 +119,9 @@ FocusScope {
 
             objectName: root.objectName + "Ok"
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+            width: Math.max(64, Math.ceil(okWord.advanceWidth) + 36)
             implicitHeight: 36
-            title: Words.of("OK")
+            title: okWord.text
             isFilled: true
             accent: root.accent
             onClicked: OnboardingModel.dismissGuide()

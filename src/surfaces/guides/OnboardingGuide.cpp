@@ -63,6 +63,8 @@ std::vector<InteractiveOnboardingTarget> silentTargets(const InteractiveOnboardi
 {
     if (key == InteractiveOnboardingGuideKey(lockButton))
         return {timeline};
+    if (key == InteractiveOnboardingGuideKey(timeline))
+        return {timelineInstruction};
     return {};
 }
 

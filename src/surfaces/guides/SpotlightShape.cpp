@@ -30,21 +30,12 @@ HoleLook holeLook(InteractiveOnboardingTarget target)
     case step3Adjustments:
     case step4Adjustments: // a title stands close above the rows
         return {8, 4, 14};
+    case timelineInstruction: // with the pointer on it
+        return {2, 6, 14};
     case timeline:
-    case timelineInstruction:
         break;
     }
     return {6, 6, 14};
-}
-
-/// What belongs together in one hole: the slider and what hangs on its knob.
-std::optional<QRectF> litPart(InteractiveOnboardingTarget target, const OnboardingAnchors& seen)
-{
-    const std::optional<QRectF> rect = usableAnchor(seen, target);
-    const std::optional<QRectF> instruction = usableAnchor(seen, timelineInstruction);
-    if (target == timeline && rect && instruction)
-        return rect->united(*instruction);
-    return rect;
 }
 
 std::vector<SpotlightTargetRect> holes(const std::vector<InteractiveOnboardingTarget>& targets,
@@ -52,7 +43,7 @@ std::vector<SpotlightTargetRect> holes(const std::vector<InteractiveOnboardingTa
 {
     std::vector<SpotlightTargetRect> found;
     for (const InteractiveOnboardingTarget target : targets) {
-        const std::optional<QRectF> rect = litPart(target, seen);
+        const std::optional<QRectF> rect = usableAnchor(seen, target);
         if (!rect)
             continue;
         const HoleLook look = holeLook(target);

@@ -17,7 +17,7 @@ struct SpotlightTargetRect {
 /// What the dimming layer covers, and what it leaves open.
 struct SpotlightShape {
     std::vector<SpotlightTargetRect> targets; ///< those that a card points at
-    std::vector<SpotlightTargetRect> silent;  ///< those that take presses and have no card
+    std::vector<SpotlightTargetRect> silent;  ///< those that are lit and have no card
 
     /// Whether there is anything to point at. Without it there is nothing to dim either.
     bool isUsable() const { return !targets.empty(); }

@@ -115,7 +115,7 @@ TEST_F(GuidedWay, LeadsToTheMovieInSeventeenActions)
     for (const auto& entry : std::filesystem::directory_iterator(folder.file("Videos")))
         movies.push_back(entry.path());
     ASSERT_THAT(movies, SizeIs(1));
-    expectMovie(movies.front());
+    expectMovie(movies.front(), 1, {1920, 1080}); // the size that is proposed
     EXPECT_TRUE(waitFor([&] { return !isGuideShown(); }));
     EXPECT_EQ(SettingsFile(SettingsFile::defaultPath()).boolean(kHasSeenFirstRunOnboardingKey), true);
 }

@@ -166,11 +166,13 @@ bool WholeWay::waitForToast()
     return waitFor([&] { return session().exportNotification() && item("exportToast"); }, 30000);
 }
 
-void WholeWay::expectMovie(const std::filesystem::path& movie, double toleranceInFrames)
+void WholeWay::expectMovie(const std::filesystem::path& movie, double toleranceInFrames, QSize size)
 {
     const VideoCompositionConfig config = session().projectConfig();
     const double length = session().trimEndPosition() - session().trimStart();
     ReferenceSettings settings;
+    settings.width = size.width();
+    settings.height = size.height();
     settings.waterlineHeight = config.waterlineHeight;
     settings.aboveZoom = config.aboveZoom + baseZoom(session().selectedCamera());
     settings.aboveOffset = config.aboveOffset;

@@ -47,7 +47,7 @@ struct WholeWay : DesktopJourney {
     /// The movie's frames against what the session says of itself: as many as the range has, in order, and both sides
     /// as far apart as the locks and the timing put them. The first frames may differ by the tolerance: what a pointer
     /// sets lies between two frames.
-    void expectMovie(const std::filesystem::path& movie, double toleranceInFrames = 1);
+    void expectMovie(const std::filesystem::path& movie, double toleranceInFrames = 1, QSize size = {1280, 720});
 };
 
 }

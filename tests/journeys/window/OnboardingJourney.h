@@ -42,6 +42,7 @@ struct OnboardingJourney : PanelJourney {
         SurfaceContext::of(*qmlEngine(&window())).motion().setReduced(true);
         confirmCamera();
         ASSERT_TRUE(waitForCard("Tutorial Above Drop Title"));
+        ASSERT_TRUE(waitForRest());
     }
     /// A window in which this card is shown.
     void openAt(Card card, QSize size)
@@ -49,6 +50,17 @@ struct OnboardingJourney : PanelJourney {
         ASSERT_NO_FATAL_FAILURE(openAsNewcomer(size));
         goTo(card);
         ASSERT_TRUE(waitForCard(titleKeyOf(card))) << titleKeyOf(card);
+        ASSERT_TRUE(waitForRest());
+    }
+    /// Until the holes have not moved for a while.
+    bool waitForRest()
+    {
+        SpotlightShape before;
+        return waitFor([&] {
+            QTest::qWait(80);
+            return item("stepView")->property("isAtRest").toBool() &&
+                   std::exchange(before, guide().spotlight()) == guide().spotlight();
+        });
     }
     SpotlightDimLayer* layer() { return qobject_cast<SpotlightDimLayer*>(item("spotlightDimLayer")); }
     OnboardingModel& guide()

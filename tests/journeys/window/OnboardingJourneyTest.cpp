@@ -85,12 +85,12 @@ TEST_F(Onboarding, TakesAPressBesideItsHoleAndGoesAway)
     EXPECT_TRUE(waitFor([&] { return item("alertButton0") != nullptr; }));
 }
 
-TEST_F(Onboarding, HidesThePointerFromWhatIsDimmed)
+TEST_F(Onboarding, HasTheUsualPointerOverWhatIsDimmed)
 {
     openAt(Card::lock, {1400, 900});
+    movePointer({700, 300}); // from wherever it was before there was a guide
     movePointer(middleOf(item("resetButton")));
     QTest::qWait(50);
-    EXPECT_FALSE(isHovered("resetButton"));
     EXPECT_EQ(window().cursor().shape(), Qt::ArrowCursor);
     movePointer(middleOf(item("lockButton")));
     EXPECT_TRUE(waitFor([&] { return isHovered("lockButton"); }));
@@ -108,8 +108,8 @@ TEST_F(Onboarding, APressOnACardIsNoPressBesideIt)
 TEST_F(Onboarding, StaysWithTheSliderWhileItIsDraggedAndLetsItBeMendedAfterwards)
 {
     openAt(Card::slider, {1400, 900});
-    const QPoint middle = middleOf(item("simpleSlider"));
     const auto drag = [&](int from, int to) {
+        const QPoint middle = middleOf(item("simpleSlider")); // the strip shrinks once its hint is gone
         QTest::mousePress(&window(), Qt::LeftButton, {}, middle + QPoint(from, 0));
         QTest::mouseMove(&window(), middle + QPoint(to, 0));
         EXPECT_TRUE(waitForCard("Tutorial Timeline Title"));

@@ -34,12 +34,14 @@ TEST(Spotlight, IsAsRoundAsTheCardThatTakesVideos)
                 ElementsAre(SpotlightTargetRect{{296, 296, 468, 308}, 24}));
 }
 
-TEST(Spotlight, OfTheSliderHoldsWhatHangsOnItsKnob)
+TEST(Spotlight, OfTheSliderLeavesTheHintOnItsKnobLit)
 {
     EXPECT_THAT(spotlightShape(timeline, {{timeline, kSlider}}).targets,
                 ElementsAre(SpotlightTargetRect{{144, 844, 712, 42}, 14}));
-    EXPECT_THAT(spotlightShape(timeline, {{timeline, kSlider}, {timelineInstruction, {110, 870, 80, 26}}}).targets,
-                ElementsAre(SpotlightTargetRect{{104, 844, 752, 58}, 14}));
+    const SpotlightShape shape =
+        spotlightShape(timeline, {{timeline, kSlider}, {timelineInstruction, {110, 892, 80, 26}}});
+    EXPECT_THAT(shape.targets, ElementsAre(SpotlightTargetRect{{144, 844, 712, 42}, 14}));
+    EXPECT_THAT(shape.silent, ElementsAre(SpotlightTargetRect{{108, 886, 84, 38}, 14}));
 }
 
 TEST(Spotlight, OfTwoCardsHasTwoHoles)

@@ -55,6 +55,13 @@ TEST_F(FocusScrolling, BringsTheWholeOfARowAlong)
     EXPECT_THAT(wanted, ElementsAre(650 + 120 + 44 - 600));
 }
 
+TEST_F(FocusScrolling, BringsAPartOfTheWindowIntoSight)
+{
+    content.setY(-100); // scrolled: a place in the window is not one in the content
+    scroller.showPart({0, 500, 350, 100});
+    EXPECT_THAT(wanted, ElementsAre(100 + 600 + 44 - 600));
+}
+
 TEST_F(FocusScrolling, LeavesAloneWhatIsElsewhere)
 {
     other.setY(5000);
