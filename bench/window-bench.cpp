@@ -3,11 +3,14 @@
 #include "NotingPlayer.h"
 #include "PlayingReport.h"
 #include "render/preview/CompositePlayerNSView.h"
+#include "shell/RendererChoice.h"
 #include "shell/ZumetaApp.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QMouseEvent>
 #include <QQuickItem>
+#include <QTimer>
 #include <cstdio>
 #include <cstring>
 
@@ -32,21 +35,28 @@ private:
     std::unique_ptr<Player> m_owned;
 };
 
-/// Runs the event loop until it holds; false when it does not within so many seconds.
-bool waitFor(const std::function<bool()>& condition, double seconds)
-{
-    const double start = wallSeconds();
-    while (!condition()) {
-        if (wallSeconds() - start > seconds)
-            return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
-    }
-    return true;
-}
-
+/// The event loop as the application runs it, for so many seconds; nothing wakes it in between.
 void run(double seconds)
 {
-    waitFor([] { return false; }, seconds);
+    QEventLoop loop;
+    QTimer::singleShot(int(seconds * 1e3), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// The same until it holds; false when it does not within so many seconds.
+bool waitFor(const std::function<bool()>& condition, double seconds)
+{
+    QEventLoop loop;
+    QTimer look;
+    look.setTimerType(Qt::PreciseTimer);
+    const double end = wallSeconds() + seconds;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        if (condition() || wallSeconds() > end)
+            loop.quit();
+    });
+    look.start(1);
+    loop.exec();
+    return condition();
 }
 
 QQuickItem* visibleItem(QQuickItem* item, const QString& objectName)
@@ -76,6 +86,7 @@ void click(QQuickWindow& window, const QQuickItem& item)
 int measureStart(int& argc, char** argv, double startedAt)
 {
     const QApplication application(argc, argv);
+    chooseSceneGraph();
     ZumetaApp app;
     QQuickWindow& window = *app.window();
     int frames = 0;
@@ -136,6 +147,7 @@ void measureRest(const char* screen)
 int measureRests(int& argc, char** argv, const char* above, const char* below)
 {
     const QApplication application(argc, argv);
+    chooseSceneGraph();
     ZumetaApp app;
     QQuickWindow& window = *app.window();
     CompositorViewModel& session = app.session();
@@ -166,6 +178,7 @@ int measureRests(int& argc, char** argv, const char* above, const char* below)
 int measurePlaying(int& argc, char** argv, const char* above, const char* below, double seconds)
 {
     const QApplication application(argc, argv);
+    chooseSceneGraph();
     std::vector<NotingPlayer*> players; // above, below: the order in which the session asks for them
     ZumetaApp app([&](std::unique_ptr<Player> player) {
         auto noting = std::make_unique<OwnedNotingPlayer>(std::move(player));

@@ -33,9 +33,10 @@ function(zumeta_add_floor name)
     target_link_libraries(${name} PUBLIC zumeta-options ${FLOOR_PUBLIC} PRIVATE ${FLOOR_PRIVATE})
 endfunction()
 
-# zumeta_add_tests(NAME SOURCES file... LIBRARIES lib... [TIMEOUT seconds]): one test program; ctest knows each test.
+# zumeta_add_tests(NAME SOURCES file... LIBRARIES lib... [FILTER pattern] [PREFIX text] [TIMEOUT seconds]): one test
+# program. ctest knows each of its tests, or those that the pattern names, with the text before their names.
 function(zumeta_add_tests name)
-    cmake_parse_arguments(TESTS "" "TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(TESTS "" "FILTER;PREFIX;TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
     if(NOT TESTS_TIMEOUT)
         set(TESTS_TIMEOUT 120)
     endif()
@@ -43,6 +44,7 @@ function(zumeta_add_tests name)
     # Tests themselves need no speed, and what the compiler saves on three hundred files is minutes.
     target_compile_options(${name} PRIVATE "$<$<CONFIG:RelWithDebInfo>:-O1;-g1>")
     target_link_libraries(${name} PRIVATE zumeta-options zumeta-test-support ${TESTS_LIBRARIES} GTest::gmock)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TESTS_TIMEOUT}
+    gtest_discover_tests(${name} TEST_FILTER "${TESTS_FILTER}" TEST_PREFIX "${TESTS_PREFIX}"
+        DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TESTS_TIMEOUT}
         ENVIRONMENT "LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen")
 endfunction()

@@ -7,6 +7,7 @@
 #include "render/CompositorScaling.h"
 #include "render/export/ExportService.h"
 
+#include <QGuiApplication>
 #include <QSessionManager>
 #include <QtQml/qqmlextensionplugin.h>
 

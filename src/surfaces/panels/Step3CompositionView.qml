@@ -62,6 +62,8 @@ StepView {
         color: Theme.text3
         font: Typography.captionStrong
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Repeater {
         model: AdjustmentRows.basic

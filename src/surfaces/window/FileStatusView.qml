@@ -17,6 +17,8 @@ Rectangle {
     implicitHeight: 30
     radius: Theme.radiusChip
     color: Theme.surface1
+    Accessible.role: Accessible.StaticText
+    Accessible.name: titleText.text + ": " + nameText.text
     border.width: Theme.strokeEdge
     border.color: file.isUnreadable ? Qt.alpha(Theme.error, 0.5)
                 : isActiveStep ? Qt.alpha(accent.base, 0.55) : Theme.stroke1

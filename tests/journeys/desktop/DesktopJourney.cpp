@@ -2,7 +2,7 @@
 #include "journeys/desktop/DesktopJourney.h"
 
 #include "journeys/desktop/OwnScreen.h"
-#include "support/ChildProcess.h"
+#include "journeys/desktop/RealInput.h"
 
 #include <QScreen>
 #include <QTest>
@@ -12,7 +12,13 @@ namespace zumeta::test {
 
 namespace {
 
-constexpr unsigned kSecondsOfATest = 60;
+constexpr unsigned kSecondsOfATest = 170;
+
+/// What was sent comes through the display server.
+void settle()
+{
+    QTest::qWait(realinput::latency());
+}
 
 }
 
@@ -30,7 +36,8 @@ DesktopJourney::~DesktopJourney()
 
 void DesktopJourney::openOnDesktop(QSize size)
 {
-    movePointerTo({1599, 999}); // where it points at nothing
+    realinput::parkPointer();
+    settle();
     open(size);
     ASSERT_TRUE(waitFor([&] { return window().isActive() && window().size() == size; }));
     // The window manager may still be moving it.
@@ -46,28 +53,22 @@ QPoint DesktopJourney::onScreen(const QQuickItem* item)
     return window().mapToGlobal(middleOf(item));
 }
 
-void DesktopJourney::send(const QStringList& words)
-{
-    ProcessRequest request{"xdotool", {}, std::chrono::seconds(10), {}, {}};
-    for (const QString& word : words)
-        request.arguments.push_back(word.toStdString());
-    runOrThrow(request);
-    QTest::qWait(20); // it comes through the X server
-}
-
 void DesktopJourney::movePointerTo(QPoint place)
 {
-    send({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y())});
+    realinput::movePointer(place);
+    settle();
 }
 
 void DesktopJourney::pressButton()
 {
-    send({QStringLiteral("mousedown"), QStringLiteral("1")});
+    realinput::pressButton();
+    settle();
 }
 
 void DesktopJourney::releaseButton()
 {
-    send({QStringLiteral("mouseup"), QStringLiteral("1")});
+    realinput::releaseButton();
+    settle();
 }
 
 void DesktopJourney::clickItem(QQuickItem* item)
@@ -80,8 +81,10 @@ void DesktopJourney::clickItem(QQuickItem* item)
 
 void DesktopJourney::pressKeys(const QStringList& keys)
 {
-    for (const QString& key : keys)
-        send({QStringLiteral("key"), key});
+    for (const QString& key : keys) {
+        realinput::pressKey(key);
+        settle();
+    }
 }
 
 QImage DesktopJourney::screenshot() const

@@ -7,7 +7,7 @@
 namespace zumeta::test {
 
 /// The application on a screen of its own, moved by the screen's one pointer and one keyboard: what is sent goes the
-/// whole way through the X server. Each test has a minute; then the program ends, whatever it waits for.
+/// whole way through the X server. Each test has not quite three minutes; then the program ends, whatever it waits for.
 class DesktopJourney : public WindowJourney {
 protected:
     DesktopJourney();
@@ -22,7 +22,7 @@ protected:
     void releaseButton();
     /// With the pointer, which goes there.
     void clickItem(QQuickItem* item);
-    /// As xdotool names them: "Tab", "Return", "ctrl+z".
+    /// As the screen's keyboard names them: "Tab", "Return", "ctrl+z".
     void pressKeys(const QStringList& keys);
     /// The whole screen, as whoever sits before it sees it.
     QImage screenshot() const;
@@ -35,8 +35,6 @@ protected:
     QByteArray endOfDrag();
 
 private:
-    static void send(const QStringList& words);
-
     QProcess m_dragSource;
     QPoint m_dragSourcePlace;
 };

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/desktop/WholeWay.h"
 
+#include "journeys/desktop/RealInput.h"
 #include "render/preview/CompositePlayerNSView.h"
 #include "support/BarCode.h"
-#include "support/ChildProcess.h"
 #include "support/MovieProbe.h"
 #include "support/ReferenceComposition.h"
 #include "surfaces/timeline/TrimmerScale.h"
@@ -117,7 +117,7 @@ QPoint WholeWay::onPicture(double x, double height)
 
 void WholeWay::typeText(const QString& text)
 {
-    runOrThrow({"xdotool", {"type", "--delay", "5", text.toStdString()}, std::chrono::seconds(10), {}, {}});
+    realinput::type(text);
     QTest::qWait(50);
 }
 

@@ -157,7 +157,7 @@ TEST_F(PanelLayout, OfTheQuestionsHoldsInEveryLanguage)
         for (const char* const button : {"clearMarkersButton", "resetButton"}) {
             click(item(button));
             ASSERT_TRUE(waitFor([&] { return item("alertButton1") != nullptr; }));
-            QTest::qWait(40);
+            waitFor([&] { return layoutFaults(window()).isEmpty(); }); // once it stands
             EXPECT_EQ(layoutFaults(window()).join(u'\n').toStdString(), "")
                 << button << " in " << rawValue(language).toStdString();
             answer("alertButton1");

@@ -252,6 +252,9 @@ QPoint WindowJourney::middleOf(const QQuickItem* item)
 
 void WindowJourney::expectPicture(const char* name, QQuickItem* item)
 {
+    // How far the proxies are depends on the machine.
+    const auto proxiesAreMade = [&] { return !this->item("aboveProxyBadge") && !this->item("belowProxyBadge"); };
+    ASSERT_TRUE(item || waitFor(proxiesAreMade, 30000));
     QImage shown = picture();
     if (item) {
         const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
