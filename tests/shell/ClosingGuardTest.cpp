@@ -51,7 +51,7 @@ TEST_F(Closing, DuringAnExportIsAskedAboutOnce)
     exportFor(3);
     int asked = 0;
     QObject::connect(&guard, &ClosingGuard::asked, [&] { ++asked; });
-    for (int time = 0; time < 3; ++time)
+    for (int wish = 0; wish < 3; ++wish)
         EXPECT_FALSE(guard.mayClose());
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(alerts.title(), QStringLiteral("[Quit During Export Title]"));

@@ -4,6 +4,8 @@
 #include "journeys/window/LayoutWalk.h"
 #include "shell/AppDelegate.h"
 
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTest>
 
 namespace zumeta {
@@ -24,8 +26,11 @@ struct ClosingTheWindow : WindowJourney {
         openStep(4);
         session().setSelectedResolution(ExportResolutionType::uhd4k);
         session().exportVideo(false);
-        chooseFile(folder.file("swim.mp4"));
+        ASSERT_TRUE(waitFor([] { return fileDialog() != nullptr; }));
+        fileDialog()->findChild<QLineEdit*>()->setText(QString::fromStdString(folder.file("swim.mp4").native()));
+        static_cast<QDialog*>(fileDialog())->accept();
         ASSERT_TRUE(waitFor([&] { return session().isExporting() && !folder.names().empty(); }, 10000));
+        window().requestActivate(); // as a desktop does
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
     }
     /// The question is there, and a hasty Return would change nothing.
@@ -37,7 +42,7 @@ struct ClosingTheWindow : WindowJourney {
     }
     void expectNoQuestion()
     {
-        EXPECT_TRUE(waitFor([&] { return !item("alertButton1"); }));
+        EXPECT_TRUE(waitFor([&] { return !app().modality().gate().isAlertOpen; }));
     }
 };
 
@@ -122,14 +127,14 @@ struct QuitQuestion : ExportScene {
         openScene(size);
         delegate = std::make_unique<AppDelegate>(*surfaces);
         delegate->applicationDidFinishLaunching(window());
-        exportUpTo(0.42);
+        exportUpTo(0.4);
         window().close();
         ASSERT_TRUE(waitFor([&] { return item("alertButton1") && item("alertButton1")->hasActiveFocus(); }));
     }
     void answer()
     {
         press(Qt::Key_Return);
-        ASSERT_TRUE(waitFor([&] { return !item("alertButton1"); }));
+        ASSERT_TRUE(waitFor([&] { return !modality.gate().isAlertOpen; }));
     }
 };
 
