@@ -16,9 +16,10 @@ PressableArea {
     property bool isNeutral: false // an edge without the accent
     readonly property bool isBright: (isFilled || isHighlighted) && enabled
     readonly property color contentColor: !enabled ? Theme.textOff : isBright ? accent.ink : Theme.text1
+    readonly property int roomBesideTitle: 32 + (icon ? 30 : 0) + (trailingIcon ? 26 : 0)
 
     text: title
-    implicitWidth: row.implicitWidth + 32
+    implicitWidth: Math.ceil(label.implicitWidth) + roomBesideTitle // as wide as its words, unless it is laid out otherwise
     implicitHeight: Math.max(48, label.implicitHeight + 16)
     scale: pressed ? Theme.pressedScale : 1
 
@@ -60,8 +61,6 @@ PressableArea {
         Behavior on color { ColorAnimation { duration: Motion.colour; easing.type: Easing.OutQuad } }
     }
     Row {
-        id: row
-
         anchors.centerIn: parent
         spacing: 10
 
@@ -75,7 +74,7 @@ PressableArea {
             id: label
 
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, root.width - 32 - (root.icon ? 30 : 0) - (root.trailingIcon ? 26 : 0))
+            width: Math.min(implicitWidth, root.width - root.roomBesideTitle)
             text: root.title
             color: root.contentColor
             font: Typography.buttonLarge

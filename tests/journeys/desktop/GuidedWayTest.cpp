@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "journeys/desktop/WholeWay.h"
 
+#include "support/LongRun.h"
 #include "surfaces/guides/OnboardingGuide.h"
 
+#include <QElapsedTimer>
 #include <QFileDialog>
+#include <QTest>
+#include <iostream>
 
 namespace zumeta {
 namespace {
@@ -25,6 +29,12 @@ struct GuidedWay : WholeWay {
     }
     ~GuidedWay() override { qputenv("HOME", homeBefore); }
 
+    /// Before each action. Somebody who reads the card and looks for what it means takes some seconds.
+    void think()
+    {
+        ++actions;
+        QTest::qWait(longRun() ? 4000 : 0);
+    }
     bool isGuideShown() { return item("onboardingOverlay") != nullptr; }
     /// Waits until the guide asks for this.
     void expectCard(const char* title)
@@ -34,12 +44,12 @@ struct GuidedWay : WholeWay {
     }
     void click(const char* name)
     {
-        ++actions;
+        think();
         clickNamed(name);
     }
     void drop(const std::vector<std::filesystem::path>& files)
     {
-        ++actions;
+        think();
         startDragSource({1460, 20}, files);
         waitForStill("dropInstructionCard");
         dragFilesTo(onScreen(item("dropInstructionCard")));
@@ -48,12 +58,12 @@ struct GuidedWay : WholeWay {
     }
     void drag(QPoint from, QPoint to)
     {
-        ++actions;
+        think();
         dragPointer(from, to);
     }
     void key(const char* name)
     {
-        ++actions;
+        think();
         pressKeys({QString::fromLatin1(name)});
     }
     /// From the video of a side to the button that leads on.
@@ -66,7 +76,7 @@ struct GuidedWay : WholeWay {
         expectCard("Lock the 5m line");
         click("lockButton");
         expectCard("Tap the lane rope");
-        ++actions;
+        think();
         movePointerTo(onPicture(0.3, 0.5));
         pressButton();
         releaseButton();
@@ -76,6 +86,8 @@ struct GuidedWay : WholeWay {
 TEST_F(GuidedWay, LeadsToTheMovieInSeventeenActions)
 {
     openOnDesktop();
+    QElapsedTimer clock;
+    clock.start();
     EXPECT_FALSE(isGuideShown());
     click("startButton");
     expectCard("Choose the above-water video");
@@ -110,6 +122,9 @@ TEST_F(GuidedWay, LeadsToTheMovieInSeventeenActions)
     ASSERT_TRUE(waitForToast());
     EXPECT_FALSE(session().exportNotification()->isError);
     EXPECT_LE(actions, 17);
+    constexpr int kThreeMinutes = 3 * 60 * 1000;
+    EXPECT_LT(clock.elapsed(), kThreeMinutes);
+    std::cout << "the whole way took " << clock.elapsed() / 1000 << " s\n";
 
     std::vector<std::filesystem::path> movies;
     for (const auto& entry : std::filesystem::directory_iterator(folder.file("Videos")))
