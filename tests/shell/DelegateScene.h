@@ -18,7 +18,8 @@ struct DelegateScene : SessionTest {
     AlertQueue alerts{nullptr};
     ModalState modality{nullptr};
     WindowDialogs windowDialogs{alerts, modality, defaults, languages};
-    SurfaceContext surfaces{{languages, *session, notifications, time, windowDialogs, windowDialogs, alerts, modality}};
+    SurfaceContext surfaces{
+        {languages, *session, notifications, time, defaults, windowDialogs, windowDialogs, alerts, modality}};
     AppDelegate delegate{surfaces};
     QQuickWindow window;
 };
