@@ -60,6 +60,7 @@ std::vector<std::filesystem::path> filesToOpen()
 
 QStringList questions()
 {
+    running->portal.waitForReadyRead(50); // older than the event loop, which does not know it
     while (running->portal.canReadLine())
         running->heard << QString::fromUtf8(running->portal.readLine()).trimmed();
     return running->heard;
