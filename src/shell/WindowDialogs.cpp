@@ -37,13 +37,16 @@ QFuture<QStringList> openDialog(QFileDialog& dialog)
     return promise->future();
 }
 
-/// Cameras write their extensions in capitals.
+/// Cameras write their extensions in capitals. Portals get only filters that have a name.
 QString nameFilter(const QStringList& extensions)
 {
+    QStringList kinds;
     QStringList patterns;
-    for (const QString& extension : extensions)
+    for (const QString& extension : extensions) {
+        kinds << extension.toUpper();
         patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
-    return patterns.join(QLatin1Char(' '));
+    }
+    return QStringLiteral("%1 (%2)").arg(kinds.join(QStringLiteral(", ")), patterns.join(QLatin1Char(' ')));
 }
 
 /// Of the settings: recordings, movies and compositions seldom share a folder.

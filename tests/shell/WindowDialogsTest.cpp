@@ -91,7 +91,7 @@ TEST_F(Panels, TakeExtensionsInBothCases)
 {
     askForFiles();
     ASSERT_TRUE(panel());
-    EXPECT_EQ(panel()->nameFilters().join(QLatin1Char(' ')), QStringLiteral("*.mp4 *.MP4 *.mov *.MOV"));
+    EXPECT_EQ(panel()->nameFilters().join(QLatin1Char(' ')), QStringLiteral("MP4, MOV (*.mp4 *.MP4 *.mov *.MOV)"));
     panel()->reject();
     ASSERT_TRUE(waitFor([&] { return files.has_value(); }));
 }
