@@ -115,6 +115,7 @@ TEST_F(Onboarding, StaysWithTheSliderWhileItIsDraggedAndLetsItBeMendedAfterwards
         EXPECT_TRUE(waitForCard("Tutorial Timeline Title"));
         QTest::mouseRelease(&window(), Qt::LeftButton, {}, middle + QPoint(to, 0));
         EXPECT_TRUE(waitForCard("Tutorial Lock Title"));
+        EXPECT_TRUE(waitForRest());
     };
     drag(-100, 200);
     const double wrong = session().currentTime();
